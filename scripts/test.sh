@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Builds the module for x64 and x86, installs the printer into a private Wine
+# prefix and runs every test under one Xvfb display.
+source "$(dirname "$0")/common.sh"
+qlr_need_packages
+qlr_build x64
+qlr_build x86 -DQLR_BUILD_TESTS=OFF
+qlr_start_display
+qlr_start_wine
+qlr_install_printer
+ctest --test-dir "$QLR_BUILD/x64" --output-on-failure "$@"
