@@ -4,7 +4,9 @@
 source "$(dirname "$0")/common.sh"
 qlr_need_packages
 qlr_build x64
-qlr_build x86 -DQLR_BUILD_TESTS=OFF
+qlr_build x86
+echo "x86 module imports:"
+"$QLR_ROOT/tests/check-imports.sh" i686-w64-mingw32-objdump "$QLR_BUILD/x86/bin/QLRDRVUI.DLL"
 qlr_start_display
 qlr_start_wine
 qlr_install_printer
