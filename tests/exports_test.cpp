@@ -61,31 +61,31 @@ TEST_F(Exports, ConvertDevModeIntoTheCallersLayout)
     in.record()->dwSignature = QLR_SIGNATURE;
     in.record()->iOutputFormat = FORMAT_PCX;
     MakeLayout(&out, 212, 100, 0x400, 0xA5);
-    LONG needed = 312;
-    EXPECT_TRUE(Convert(NULL, in.dm(), out.dm(), &needed, CDM_CONVERT));
-    EXPECT_EQ(312, needed);
+    LONG fits = 312;
+    EXPECT_TRUE(Convert(NULL, in.dm(), out.dm(), &fits, CDM_CONVERT));
+    EXPECT_EQ(312, fits);
     EXPECT_EQ(212, out.dm()->dmSize);
     EXPECT_EQ(100, out.dm()->dmDriverExtra);
     EXPECT_STREQ(L"Quillora", out.dm()->dmDeviceName);
     EXPECT_EQ(0, memcmp(out.bytes + 212, in.bytes + 220, 100));
     EXPECT_TRUE(UntouchedFrom(out, 312, 0xA5));
 
-    // The caller's size must cover the layout it asks for.
-    MakeLayout(&out, 212, 100, 0x400, 0xA5);
-    needed = 311;
-    SetLastError(0xdeadbeef);
-    EXPECT_FALSE(Convert(NULL, in.dm(), out.dm(), &needed, CDM_CONVERT));
-    EXPECT_EQ((DWORD)ERROR_INVALID_PARAMETER, GetLastError());
-    EXPECT_TRUE(UntouchedFrom(out, 72, 0xA5));
-
-    // A versionless input is refused, the output left alone.
-    MakeLayout(&in, 200, 0, 0, 0);
-    needed = 8192;
-    SetLastError(0xdeadbeef);
-    EXPECT_FALSE(Convert(NULL, in.dm(), out.dm(), &needed, CDM_CONVERT));
-    EXPECT_EQ((DWORD)ERROR_INVALID_PARAMETER, GetLastError());
-    EXPECT_TRUE(UntouchedFrom(out, 72, 0xA5));
-    EXPECT_FALSE(Convert(NULL, in.dm(), NULL, &needed, CDM_CONVERT));
+    // Too small a size for the asked layout, a versionless input, no output:
+    // each refused with the output left alone.
+    Layout versionless;
+    MakeLayout(&versionless, 200, 0, 0, 0);
+    struct { Layout *in; bool output; LONG needed; } refusals[] = {
+        { &in, true, 311 }, { &versionless, true, 8192 }, { &in, false, 8192 },
+    };
+    for (size_t i = 0; i < ARRAYSIZE(refusals); i++) {
+        MakeLayout(&out, 212, 100, 0x400, 0xA5);
+        LONG needed = refusals[i].needed;
+        SetLastError(0xdeadbeef);
+        EXPECT_FALSE(Convert(NULL, refusals[i].in->dm(), refusals[i].output ? out.dm() : NULL,
+                             &needed, CDM_CONVERT)) << "case " << i;
+        EXPECT_EQ((DWORD)ERROR_INVALID_PARAMETER, GetLastError()) << "case " << i;
+        EXPECT_TRUE(UntouchedFrom(out, 72, 0xA5)) << "case " << i;
+    }
 }
 
 TEST_F(Exports, ConvertDevModeToTheNT351Layout)
