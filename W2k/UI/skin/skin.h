@@ -1,0 +1,79 @@
+/*
+ * Custom-drawn controls: dialogs attach their push buttons, check boxes,
+ * radio buttons and group boxes here during WM_INITDIALOG; from then on the
+ * control's WM_PAINT is answered by these painters and everything else
+ * (keyboard, mouse, check state, notifications) stays with its own procedure.
+ */
+#ifndef QLR_SKIN_H
+#define QLR_SKIN_H
+
+#include <windows.h>
+
+/* The paper preview's messages, sent by the page-setup page. */
+#define PVM_SETPAPER        (WM_USER + 0x1000)   /* wParam width, lParam height */
+#define PVM_SETORIENTATION  (WM_USER + 0x1001)   /* wParam landscape, lParam redraw now */
+#define PVM_SETCROP         (WM_USER + 0x1002)   /* wParam crop, lParam redraw now */
+
+void AttachPushButton(HWND hDlg, int id);
+void AttachCheckBox(HWND hDlg, int id);
+void AttachRadioButton(HWND hDlg, int id);
+void AttachGroupBox(HWND hDlg, int id);
+void AttachPagePreview(HWND hDlg, int id);
+
+/* ---- shared by the painters ---------------------------------------------- */
+
+typedef struct _SKINPALETTE {
+    COLORREF clrFace, clrShadow, clrHilight, clrDkShadow, clrLight, clrHalfShadow, clrHalfDark;
+    HPEN hpenFace, hpenShadow, hpenHilight, hpenDkShadow, hpenLight, hpenHalfShadow, hpenHalfDark;
+} SKINPALETTE;
+
+/* Built at the first attach, its pens deleted after the last listed control. */
+extern SKINPALETTE g_Skin;
+
+enum SkinKind { SKIN_PUSH = 0, SKIN_CHECK = 1, SKIN_RADIO = 2, SKIN_GROUP = 4 };
+
+typedef struct _SKINCONTROL {
+    INT bPressed;       /* last BM_SETSTATE of a check box or radio button */
+    INT nKind;
+    INT nCheck;         /* captured at each paint */
+    INT bDefault;       /* follows BS_DEFPUSHBUTTON */
+    INT nMarkStyle;     /* 0: the tick */
+    WNDPROC pfnOldProc;
+    HWND hwnd;
+    struct _SKINCONTROL *pNext, *pPrev;
+} SKINCONTROL;
+
+/* palette.cpp */
+void BuildSkinPalette(void);
+void RebuildSkinPens(void);
+void DeleteSkinPens(void);
+COLORREF DarkenColor(COLORREF clr, int n);
+COLORREF LightenColor(COLORREF clr, int n);
+void FillRectSolid(HDC hdc, const RECT *prc, COLORREF clr);
+void FrameRect3D(HDC hdc, const RECT *prc, COLORREF clrTopLeft, COLORREF clrBottomRight);
+
+/* controls.cpp */
+SKINCONTROL *FindSkinControl(HWND hwnd);
+BOOL AppendSkinControl(HWND hDlg, int id, int nKind, WNDPROC pfnProc);
+void RemoveSkinControl(SKINCONTROL *pControl);
+SKINCONTROL *GetSkinListHead(void);
+void RedrawSkinControl(HWND hwnd);
+void DrawSkinItem(HWND hwnd, const DRAWITEMSTRUCT *pdis, SKINCONTROL *pControl);
+void GetMarkRect(const RECT *prc, const SKINCONTROL *pControl, RECT *prcMark);
+
+/* Strokes: a chain of points joined by MoveToEx/LineTo, each segment stopping
+ * one pixel short of its end, as GDI draws them. */
+void DrawStroke(HDC hdc, HPEN hpen, const POINT *ppt, int count);
+void SetPixels(HDC hdc, COLORREF clr, const POINT *ppt, int count);
+
+/* pushface.cpp, marks.cpp */
+void DrawPushFace(HDC hdc, const RECT *prc, UINT itemState);
+void DrawCheckMark(HDC hdc, const RECT *prcMark, UINT itemState, const SKINCONTROL *pControl);
+void DrawRadioMark(HDC hdc, const RECT *prcMark, UINT itemState, const SKINCONTROL *pControl);
+
+/* groupbox.cpp, preview.cpp */
+LRESULT CALLBACK SkinGroupProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+void FitPageToArea(int aw, int ah, DWORD nPaperWidth, DWORD nPaperHeight, BOOL bLandscape,
+                   int *ppw, int *pph);
+
+#endif
