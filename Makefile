@@ -1,5 +1,5 @@
 # Shortcuts; the scripts install what they need and may be run directly.
-.PHONY: run test package clean
+.PHONY: run test package bench clean
 
 run:
 	bash scripts/run.sh
@@ -9,6 +9,9 @@ test:
 
 package:
 	bash scripts/package.sh
+
+bench:
+	bash scripts/bench.sh
 
 clean:
 	rm -rf build dist

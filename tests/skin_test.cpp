@@ -377,3 +377,127 @@ TEST_F(Skin, PreviewShowsOnlyTheRowsThatFit)
 }
 
 }  // namespace
+
+// ---- gallery -------------------------------------------------------------------
+
+namespace {
+
+// Writes a 32-bit top-down DIB as a bottom-up 24-bit BMP file.
+bool WriteBmp(LPCWSTR path, const Dib &dib)
+{
+    int stride = (dib.width * 3 + 3) & ~3;
+    BITMAPFILEHEADER bf = {};
+    BITMAPINFOHEADER bi = {};
+    bi.biSize = sizeof(bi);
+    bi.biWidth = dib.width;
+    bi.biHeight = dib.height;
+    bi.biPlanes = 1;
+    bi.biBitCount = 24;
+    bi.biSizeImage = stride * dib.height;
+    bf.bfType = 0x4D42;
+    bf.bfOffBits = sizeof(bf) + sizeof(bi);
+    bf.bfSize = bf.bfOffBits + bi.biSizeImage;
+    std::vector<BYTE> pixels(bi.biSizeImage);
+    for (int y = 0; y < dib.height; y++)
+        for (int x = 0; x < dib.width; x++) {
+            DWORD v = dib.bits[y * dib.width + x];
+            BYTE *p = &pixels[(dib.height - 1 - y) * stride + x * 3];
+            p[0] = v & 0xFF;
+            p[1] = (v >> 8) & 0xFF;
+            p[2] = (v >> 16) & 0xFF;
+        }
+    HANDLE h = CreateFileW(path, GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, 0, NULL);
+    if (h == INVALID_HANDLE_VALUE)
+        return false;
+    DWORD written;
+    bool ok = WriteFile(h, &bf, sizeof(bf), &written, NULL) && WriteFile(h, &bi, sizeof(bi), &written, NULL) &&
+              WriteFile(h, pixels.data(), (DWORD)pixels.size(), &written, NULL);
+    CloseHandle(h);
+    return ok;
+}
+
+void Paste(Dib *canvas, const Dib &tile, int left, int top, int scale)
+{
+    for (int y = 0; y < tile.height * scale; y++)
+        for (int x = 0; x < tile.width * scale; x++)
+            if (left + x < canvas->width && top + y < canvas->height)
+                canvas->bits[(top + y) * canvas->width + left + x] = tile.bits[(y / scale) * tile.width + x / scale];
+}
+
+Dib Capture(HWND control)
+{
+    RECT rc;
+    GetClientRect(control, &rc);
+    return DrawToDib(rc.right, rc.bottom, [&](HDC hdc) {
+        HDC hdcWindow = GetDC(control);
+        BitBlt(hdc, 0, 0, rc.right, rc.bottom, hdcWindow, 0, 0, SRCCOPY);
+        ReleaseDC(control, hdcWindow);
+    });
+}
+
+// Every look side by side, twice the size, under the classic scheme, for a
+// person to look at: build/x64/skin-gallery.bmp.
+TEST_F(Skin, GalleryOfEveryLook)
+{
+    const int scale = 2, cell = 130;
+    Dib canvas = DrawToDib(6 * cell * scale, 4 * 50 * scale + 220 * scale, [](HDC hdc) {
+        RECT all = { 0, 0, 6 * 130 * 2, 4 * 50 * 2 + 220 * 2 };
+        FillRectSolid(hdc, &all, RGB(192, 192, 192));
+    });
+    host.AddButton(IDC_PUSH, BS_PUSHBUTTON, L"Обзор...", 75, 23);
+    host.AddButton(IDC_CHECK, BS_AUTOCHECKBOX, L"Обрезать края", 120, 16);
+    host.AddButton(IDC_RADIO, BS_AUTORADIOBUTTON, L"Альбомная", 120, 16);
+    AttachPushButton(host.hwnd, IDC_PUSH);
+    AttachCheckBox(host.hwnd, IDC_CHECK);
+    AttachRadioButton(host.hwnd, IDC_RADIO);
+    struct { int id, pressed, check; UINT state; } looks[] = {
+        { IDC_PUSH, 0, 0, 0 }, { IDC_PUSH, 0, 0, ODS_FOCUS }, { IDC_PUSH, 0, 0, ODS_SELECTED | ODS_FOCUS },
+        { IDC_PUSH, 0, 0, ODS_DISABLED },
+        { IDC_CHECK, 0, 0, 0 }, { IDC_CHECK, 0, 1, ODS_FOCUS }, { IDC_CHECK, 0, 2, 0 },
+        { IDC_CHECK, 1, 1, 0 }, { IDC_CHECK, 0, 1, ODS_DISABLED }, { IDC_CHECK, 0, 2, ODS_DISABLED },
+        { IDC_RADIO, 0, 0, 0 }, { IDC_RADIO, 0, 1, ODS_FOCUS }, { IDC_RADIO, 1, 0, 0 },
+        { IDC_RADIO, 1, 1, 0 }, { IDC_RADIO, 0, 0, ODS_DISABLED }, { IDC_RADIO, 0, 1, ODS_DISABLED },
+    };
+    int row = 0, col = 0, lastId = looks[0].id;
+    for (const auto &look : looks) {
+        if (look.id != lastId) {
+            row++;
+            col = 0;
+            lastId = look.id;
+        }
+        FindSkinControl(GetDlgItem(host.hwnd, look.id))->bPressed = look.pressed;
+        Paste(&canvas, host.RenderMark(look.id, look.state, look.check), col * cell * scale + 10,
+              row * 50 * scale + 10, scale);
+        FindSkinControl(GetDlgItem(host.hwnd, look.id))->bPressed = 0;
+        col++;
+    }
+    host.Destroy();
+
+    // The painters that draw straight to the window: captured from it.
+    ASSERT_TRUE(host.Create());
+    HWND group = host.AddButton(IDC_GROUP, BS_GROUPBOX, L"Ориентация:", 200, 100);
+    AttachGroupBox(host.hwnd, IDC_GROUP);
+    host.Show();
+    Paste(&canvas, Capture(group), 10, 3 * 50 * scale + 10, scale);
+    host.Destroy();
+
+    const struct { BOOL landscape, crop; } previews[] = { { FALSE, FALSE }, { TRUE, FALSE }, { FALSE, TRUE } };
+    for (int i = 0; i < 3; i++) {
+        ASSERT_TRUE(host.Create());
+        HWND preview = host.AddStatic(IDC_PREVIEW, 170, 210);
+        AttachPagePreview(host.hwnd, IDC_PREVIEW);
+        host.Show();
+        SendMessageW(preview, PVM_SETORIENTATION, previews[i].landscape, 0);
+        SendMessageW(preview, PVM_SETCROP, previews[i].crop, 0);
+        SendMessageW(preview, PVM_SETPAPER, 2100, 2970);
+        Paste(&canvas, Capture(preview), 420 + i * 180 * scale, 3 * 50 * scale + 10, scale);
+        host.Destroy();
+    }
+
+    WCHAR path[MAX_PATH];
+    GetModuleFileNameW(NULL, path, MAX_PATH);
+    lstrcpyW(wcsrchr(path, L'\\'), L"\\..\\skin-gallery.bmp");
+    EXPECT_TRUE(WriteBmp(path, canvas)) << GetLastError();
+}
+
+}  // namespace
