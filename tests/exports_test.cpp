@@ -24,6 +24,14 @@ protected:
     {
         return TheDriver().DocumentPropertySheets(NULL, (LPARAM)header);
     }
+    // The record a plain output call answers with now.
+    QLRDEVMODE CurrentRecord()
+    {
+        QLRDEVMODE dm;
+        DOCUMENTPROPERTYHEADER h = Header(DM_OUT_BUFFER, NULL, (PDEVMODEW)&dm);
+        EXPECT_EQ(1, Direct(&h));
+        return dm;
+    }
     static DOCUMENTPROPERTYHEADER Header(DWORD fMode, PDEVMODEW in, PDEVMODEW out)
     {
         DOCUMENTPROPERTYHEADER h = {};
@@ -303,19 +311,15 @@ TEST_F(Exports, DirectCallSizeQueries)
 
 TEST_F(Exports, DirectCallNormalisesAndMergesTheCallersRecord)
 {
-    QLRDEVMODE in;
+    QLRDEVMODE in = CurrentRecord();
     Layout out;
-    MakeLayout(&out, 0, 0, 0, 0xA5);
-    DOCUMENTPROPERTYHEADER h = Header(DM_OUT_BUFFER, NULL, out.dm());
-    ASSERT_EQ(1, Direct(&h));
-    memcpy(&in, out.bytes, sizeof(in));
 
     in.dmPublic.dmFields |= DM_PRINTQUALITY | DM_ORIENTATION;
     in.dmPublic.dmPrintQuality = DMRES_HIGH;
     in.dmPublic.dmOrientation = DMORIENT_LANDSCAPE;
     in.iOutputFormat = FORMAT_GIF;
     MakeLayout(&out, 0, 0, 0, 0xA5);
-    h = Header(DM_IN_BUFFER | DM_OUT_BUFFER, &in.dmPublic, out.dm());
+    DOCUMENTPROPERTYHEADER h = Header(DM_IN_BUFFER | DM_OUT_BUFFER, &in.dmPublic, out.dm());
     EXPECT_EQ(1, Direct(&h));
     EXPECT_EQ(300, in.dmPublic.dmPrintQuality);
     EXPECT_EQ(300, in.dmPublic.dmYResolution);
@@ -328,16 +332,12 @@ TEST_F(Exports, DirectCallNormalisesAndMergesTheCallersRecord)
 
 TEST_F(Exports, DirectCallRemembersTheLastInputRecord)
 {
-    QLRDEVMODE in;
-    Layout out;
-    MakeLayout(&out, 0, 0, 0, 0xA5);
-    DOCUMENTPROPERTYHEADER h = Header(DM_OUT_BUFFER, NULL, out.dm());
-    ASSERT_EQ(1, Direct(&h));
-    memcpy(&in, out.bytes, sizeof(in));
+    QLRDEVMODE in = CurrentRecord();
     in.iOutputFormat = FORMAT_DCX;
     lstrcpyW(in.szOutputFolder, L"e:\\remembered");
 
-    h = Header(DM_IN_BUFFER, &in.dmPublic, out.dm());
+    Layout out;
+    DOCUMENTPROPERTYHEADER h = Header(DM_IN_BUFFER, &in.dmPublic, out.dm());
     MakeLayout(&out, 0, 0, 0, 0xA5);
     EXPECT_EQ(-1, Direct(&h));
     EXPECT_TRUE(UntouchedFrom(out, 72, 0xA5));

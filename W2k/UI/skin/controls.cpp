@@ -212,29 +212,33 @@ static void PaintSkinControl(HWND hwnd, SKINCONTROL *pControl)
     EndPaint(hwnd, &ps);
 }
 
-/* Messages both button procedures answer alike; returns TRUE when handled. */
-static BOOL HandleCommon(HWND hwnd, UINT msg, SKINCONTROL *pControl, LRESULT *pResult)
+/* What both button procedures do alike: find the record, paint, detach at
+ * WM_NCDESTROY.  Returns TRUE when the message is answered in *pResult;
+ * otherwise *ppControl is the record for the caller to go on with. */
+static BOOL HandleCommon(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam,
+                         SKINCONTROL **ppControl, LRESULT *pResult)
 {
-    switch (msg) {
-    case WM_PAINT:
-        PaintSkinControl(hwnd, pControl);
-        *pResult = 0;
-        return TRUE;
-    case WM_NCDESTROY:
-        RemoveSkinControl(pControl);
-        *pResult = 0;
+    SKINCONTROL *pControl = FindSkinControl(hwnd);
+    *ppControl = pControl;
+    *pResult = 0;
+    if (!pControl) {
+        *pResult = DefWindowProcW(hwnd, msg, wParam, lParam);
         return TRUE;
     }
-    return FALSE;
+    if (msg == WM_PAINT)
+        PaintSkinControl(hwnd, pControl);
+    else if (msg == WM_NCDESTROY)
+        RemoveSkinControl(pControl);
+    else
+        return FALSE;
+    return TRUE;
 }
 
 static LRESULT CALLBACK SkinButtonProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
 {
-    SKINCONTROL *pControl = FindSkinControl(hwnd);
-    if (!pControl)
-        return DefWindowProcW(hwnd, msg, wParam, lParam);
+    SKINCONTROL *pControl;
     LRESULT result;
-    if (HandleCommon(hwnd, msg, pControl, &result))
+    if (HandleCommon(hwnd, msg, wParam, lParam, &pControl, &result))
         return result;
 
     if (msg == BM_SETSTYLE) {
@@ -252,11 +256,9 @@ static LRESULT CALLBACK SkinButtonProc(HWND hwnd, UINT msg, WPARAM wParam, LPARA
 
 static LRESULT CALLBACK SkinCheckProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
 {
-    SKINCONTROL *pControl = FindSkinControl(hwnd);
-    if (!pControl)
-        return DefWindowProcW(hwnd, msg, wParam, lParam);
+    SKINCONTROL *pControl;
     LRESULT result;
-    if (HandleCommon(hwnd, msg, pControl, &result))
+    if (HandleCommon(hwnd, msg, wParam, lParam, &pControl, &result))
         return result;
 
     result = CallWindowProcW(pControl->pfnOldProc, hwnd, msg, wParam, lParam);
