@@ -7,6 +7,7 @@
 #include <string.h>
 #include "drvapi.h"
 #include "record.h"
+#include "layout.h"
 
 typedef BOOL (WINAPI *PFN_CONVERT)(LPWSTR, PDEVMODEW, PDEVMODEW, PLONG, DWORD);
 typedef DWORD (WINAPI *PFN_CAPS)(HANDLE, PWSTR, WORD, VOID *, PDEVMODEW);
@@ -21,15 +22,5 @@ struct Driver {
 
 // Loads QLRDRVUI.DLL from the test program's own folder, once per process.
 const Driver &TheDriver();
-
-// A caller's record of any layout, in a buffer with room to spare that is
-// filled with a pattern, so writes past the layout show.
-struct Layout {
-    BYTE bytes[8192];
-    DEVMODEW *dm() { return (DEVMODEW *)bytes; }
-    QLRDEVMODE *record() { return (QLRDEVMODE *)bytes; }
-};
-void MakeLayout(Layout *p, WORD size, WORD extra, WORD spec, BYTE fill);
-bool UntouchedFrom(const Layout &l, size_t from, BYTE fill);
 
 #endif

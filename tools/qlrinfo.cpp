@@ -101,7 +101,7 @@ static void PrintResolutionsAndLists(void)
           LOWORD(minExt), HIWORD(minExt), LOWORD(maxExt), HIWORD(maxExt));
     Print(L"Orientation: landscape turns by %d degrees; colour device: %d; copies: %d\n",
           Caps(DC_ORIENTATION, NULL), Caps(DC_COLORDEVICE, NULL), Caps(DC_COPIES, NULL));
-    Print(L"Settings record: %d public + %d private bytes, spec version 0x%04X, driver version 0x%04X\n",
+    Print(L"Settings record: %d public + %d private bytes, DEVMODE version 0x%04X, driver version 0x%04X\n",
           Caps(DC_SIZE, NULL), Caps(DC_EXTRA, NULL), Caps(DC_VERSION, NULL), Caps(DC_DRIVER, NULL));
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <string.h>
 #include "qlrui.h"
+#include "layout.h"
 
 namespace {
 
@@ -165,30 +166,15 @@ TEST(PaperTable, LooksUpByIdAndExactName)
         EXPECT_LT(wcslen(g_Papers[i].szName), (size_t)CCHFORMNAME) << "row " << i;
 }
 
-// A caller's record of some layout: public part, then private bytes.
-struct Layout {
-    BYTE bytes[8192];
-    DEVMODEW *dm() { return (DEVMODEW *)bytes; }
-};
-
-void MakeLayout(Layout *p, WORD size, WORD extra, WORD spec, BYTE fill)
-{
-    memset(p->bytes, fill, sizeof(p->bytes));
-    p->dm()->dmSize = size;
-    p->dm()->dmDriverExtra = extra;
-    p->dm()->dmSpecVersion = spec;
-    p->dm()->dmDriverVersion = 0x1234;
-}
-
 TEST(GetSpecVersion, FollowsSizeThenOwnVersion)
 {
     Layout l;
-    struct { WORD size, spec, expected; } rows[] = {
+    struct { WORD size, version, expected; } rows[] = {
         { 188, 0, 0x0320 }, { 212, 0, 0x0400 }, { 220, 7, 0x0401 },
         { 200, 0x0333, 0x0333 }, { 200, 0, 0 }, { 40, 0x0401, 0 },
     };
     for (size_t i = 0; i < ARRAY_COUNT(rows); i++) {
-        MakeLayout(&l, rows[i].size, 0, rows[i].spec, 0);
+        MakeLayout(&l, rows[i].size, 0, rows[i].version, 0);
         EXPECT_EQ(rows[i].expected, GetSpecVersion(l.dm())) << "row " << i;
     }
     EXPECT_EQ(0, GetSpecVersion(NULL));
@@ -201,6 +187,7 @@ TEST(ConvertRecord, CopiesTheCommonPartsIntoTheTargetsLayout)
     src.dmPublic.dmOrientation = 2;
     Layout target;
     MakeLayout(&target, 188, 100, 0x0320, 0xAB);
+    target.dm()->dmDriverVersion = 0x1234;
 
     EXPECT_EQ(188 + 100, ConvertRecord(&src.dmPublic, target.dm()));
     EXPECT_EQ(188, target.dm()->dmSize);
