@@ -2,7 +2,7 @@
  * Document properties without a sheet: size queries, and the merged record
  * written into the caller's buffer in the caller's layout.
  */
-#include "qlrui.h"
+#include "sheet.h"
 
 /* The last caller's record given with DM_IN_BUFFER.  A later call that only
  * asks for output builds from it, so every thread of the process shares it;
@@ -49,7 +49,7 @@ static const DEVMODEW *SnapshotRemembered(PQLRDEVMODE pSnapshot)
     return bHave ? &pSnapshot->dmPublic : NULL;
 }
 
-static LONG DirectDocumentProperties(PDOCUMENTPROPERTYHEADER pHeader)
+LONG DirectDocumentProperties(PDOCUMENTPROPERTYHEADER pHeader)
 {
     if (!pHeader || pHeader->cbSize < sizeof(DOCUMENTPROPERTYHEADER))
         return -1;
@@ -77,16 +77,4 @@ static LONG DirectDocumentProperties(PDOCUMENTPROPERTYHEADER pHeader)
     WriteOutRecord(pWork, pHeader->pdmIn, pHeader->pdmOut);
     LocalFree(pBlock);
     return 1;
-}
-
-LONG WINAPI DrvDocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam)
-{
-    Trace(L"DrvDocumentPropertySheets: info %lx, lParam %lx",
-          (DWORD)(DWORD_PTR)pPSUIInfo, (DWORD)lParam);
-    if (!pPSUIInfo)
-        return DirectDocumentProperties((PDOCUMENTPROPERTYHEADER)lParam);
-    /* The common property-sheet library's reasons belong to the document
-     * sheet, which this build of the module does not offer yet: refusing
-     * them makes the library report failure instead of an empty sheet. */
-    return -1;
 }

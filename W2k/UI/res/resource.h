@@ -1,11 +1,81 @@
 /*
- * Resource ids shared by the resource script and the code.  Ranges: strings
- * 1 and 1001-1099, dialogs 110-139, menus 140-149, icons and bitmaps 100-109
- * and 120-129.
+ * Resource ids shared by the resource script and the code.  Ranges: icons and
+ * bitmaps 100-109 and 123-129, dialogs 110-122, menus 140-149, strings 1 and
+ * 1001-1099 (a control's tool tip has the control's number), controls 1001-1199.
  */
 #ifndef QLR_RESOURCE_H
 #define QLR_RESOURCE_H
 
-#define IDS_MAIN_PAPER_TRAY   1
+#define IDS_MAIN_PAPER_TRAY     1
+
+#define IDI_PORTRAIT            102
+#define IDI_LANDSCAPE           103
+#define IDI_PRODUCT             123
+#define IDB_LOGO                124
+
+#define IDD_FORMAT_PAGE         110
+#define IDD_PAGE_SETUP          111
+#define IDD_ABOUT_BOX           112
+#define IDD_ABOUT_PAGE          113
+#define IDD_OUTPUT_PAGE         114
+#define IDD_SAVE_PROFILE        121
+
+/* The profile row every page carries. */
+#define IDC_PROFILE_COMBO       1001
+#define IDC_SAVE_PROFILE        1002
+#define IDC_PROFILE_MANAGER     1003
+#define IDC_ABOUT               1004
+#define IDC_RESTORE_PROFILE     1005
+#define IDC_HELP_BUTTON         1017
+
+/* Page setup. */
+#define IDC_PREVIEW             1006
+#define IDC_PAPER_LIST          1007
+#define IDC_PORTRAIT            1008
+#define IDC_LANDSCAPE           1009
+#define IDC_PORTRAIT_ICON       1010
+#define IDC_LANDSCAPE_ICON      1011
+#define IDC_RESOLUTION          1012
+#define IDC_CROP                1013
+#define IDC_UNIT_LIST           1014
+#define IDC_SIZE_LABEL          1016
+#define IDC_BY_LABEL            1040
+#define IDC_IN_LABEL            1041
+#define IDC_STANDARD_PAPER      1096
+#define IDC_CUSTOM_PAPER        1097
+#define IDC_CUSTOM_WIDTH        1098
+#define IDC_CUSTOM_HEIGHT       1099
+#define IDC_SIZE_GROUP          1100
+#define IDC_ORIENTATION_GROUP   1101
+
+/* Output format. */
+#define IDC_FORMAT_LIST         1020
+#define IDC_PANEL_PLACE         1039
+#define IDC_FORMAT_LABEL        1102
+
+/* Output. */
+#define IDC_OUTPUT_FOLDER       1050
+#define IDC_BROWSE_FOLDER       1051
+#define IDC_FILE_MASK           1052
+#define IDC_MACRO               1053
+#define IDC_SHOW_RESULT         1054
+#define IDC_VIEWER_PATH         1055
+#define IDC_BROWSE_VIEWER       1056
+#define IDC_EXAMPLE_NAME        1057
+#define IDC_DEFAULT_VIEWER      1058
+#define IDC_CUSTOM_VIEWER       1059
+#define IDC_VIEWER_PARAMS       1060
+#define IDC_APP_DESC_LABEL      1087
+#define IDC_APP_DESC            1088
+#define IDC_APP_VERSION_LABEL   1089
+#define IDC_APP_VERSION         1090
+#define IDC_APP_COPYRIGHT_LABEL 1091
+#define IDC_APP_COPYRIGHT       1092
+#define IDC_APP_ICON            1093
+#define IDC_PARAMS_LABEL        1095
+
+/* Save profile. */
+#define IDC_PROFILE_NAME        1081
+#define IDC_PROFILE_COMMENT     1082
 
 #endif

@@ -1,0 +1,317 @@
+/*
+ * The page framework: the profile row every page carries, the modified mark,
+ * change reports to the sheet, the apply step, tool tips, and the lifecycle
+ * every page's dialog procedure follows.
+ */
+#include "pages.h"
+#include "../profiles/profiles.h"
+#include "../skin/skin.h"
+#include "../res/resource.h"
+#include <commctrl.h>
+
+#define DEFAULT_PROFILE_ENTRY   L"<Default Profile>"
+#define MODIFIED_MARK           L"*"
+#define TIP_WIDTH               640
+
+static HWND ProfileCombo(HWND hPage)
+{
+    return GetDlgItem(hPage, IDC_PROFILE_COMBO);
+}
+
+/* Pages that exist, in sheet order; a page never shown has no window. */
+static BOOL PageExists(const SHEETSTATE *pSheet, int i)
+{
+    return pSheet->hwndPages[i] && IsWindow(pSheet->hwndPages[i]);
+}
+
+void RefillProfileCombos(PSHEETSTATE pSheet, BOOL bModified)
+{
+    for (int i = 0; i < PAGE_COUNT; i++)
+        if (PageExists(pSheet, i))
+            FillProfileList(ProfileCombo(pSheet->hwndPages[i]), PAGE_FRAMEWORK_LIST_COMBO, bModified);
+}
+
+static void LoadPages(PSHEETSTATE pSheet)
+{
+    for (int i = 0; i < PAGE_COUNT; i++)
+        if (PageExists(pSheet, i) && g_PageDescs[i].Load)
+            g_PageDescs[i].Load(pSheet->hwndPages[i], pSheet);
+}
+
+void CollectPages(PSHEETSTATE pSheet)
+{
+    for (int i = 0; i < PAGE_COUNT; i++)
+        if (PageExists(pSheet, i) && g_PageDescs[i].Collect)
+            g_PageDescs[i].Collect(pSheet->hwndPages[i], pSheet);
+}
+
+/* The current profile is matched with case here, unlike in the store: a
+ * current name that differs from its key only in case selects no entry. */
+WORD FillProfileList(HWND hwndList, int nListMode, BOOL bModified)
+{
+    BOOL bCombo = nListMode == PAGE_FRAMEWORK_LIST_COMBO;
+    UINT uAdd = bCombo ? CB_ADDSTRING : LB_ADDSTRING;
+    UINT uSelect = bCombo ? CB_SETCURSEL : LB_SETCURSEL;
+    WCHAR szCurrent[PROFILE_NAME_CHARS];
+    ReadCurrentProfileName(szCurrent);
+
+    SendMessageW(hwndList, bCombo ? CB_RESETCONTENT : LB_RESETCONTENT, 0, 0);
+    if (bCombo) {
+        SendMessageW(hwndList, uAdd, 0, (LPARAM)(bModified && !szCurrent[0]
+                                                  ? DEFAULT_PROFILE_ENTRY MODIFIED_MARK : DEFAULT_PROFILE_ENTRY));
+        SendMessageW(hwndList, uSelect, 0, 0);
+    }
+    HKEY hKey;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, PROFILE_KEY, 0, KEY_READ, &hKey) != ERROR_SUCCESS)
+        return 0;
+
+    WORD nNames = 0;
+    WCHAR szName[PROFILE_NAME_CHARS + 1];
+    for (DWORD i = 0;; i++) {
+        DWORD cch = PROFILE_NAME_CHARS;
+        if (RegEnumKeyExW(hKey, i, szName, &cch, NULL, NULL, NULL, NULL) != ERROR_SUCCESS)
+            break;
+        nNames++;
+        BOOL bCurrent = lstrcmpW(szName, szCurrent) == 0;
+        if (bCurrent && bModified && bCombo)
+            lstrcatW(szName, MODIFIED_MARK);
+        LRESULT index = SendMessageW(hwndList, uAdd, 0, (LPARAM)szName);
+        if (bCurrent)
+            SendMessageW(hwndList, uSelect, index, 0);
+    }
+    RegCloseKey(hKey);
+    return nNames;
+}
+
+void ApplyProfile(LPCWSTR pszName, PSHEETSTATE pSheet, HWND hPage)
+{
+    (void)hPage;
+    WCHAR szDevice[CCHDEVICENAME];
+    CopyMemory(szDevice, pSheet->work.dmPublic.dmDeviceName, sizeof(szDevice));
+    szDevice[CCHDEVICENAME - 1] = 0;
+    PQLRDEVMODE pTemp = (PQLRDEVMODE)LocalAlloc(LPTR, sizeof(QLRDEVMODE));
+    if (!pTemp)
+        return;
+    if (pszName[0]) {
+        /* A failed read may leave the record half written: the working
+         * settings are replaced only by a whole profile. */
+        if (!ReadProfile(pszName, pTemp)) {
+            MessageBeep((UINT)-1);
+            LocalFree(pTemp);
+            return;
+        }
+        CopyBounded(pTemp->dmPublic.dmDeviceName, szDevice, CCHDEVICENAME);
+    } else {
+        SetDefDM(szDevice, pTemp);
+    }
+    pSheet->work = *pTemp;
+    LocalFree(pTemp);
+    WriteCurrentProfileName(pszName);
+    RefillProfileCombos(pSheet, FALSE);
+    LoadPages(pSheet);
+}
+
+LONG ApplySelectedProfile(PSHEETSTATE pSheet, HWND hPage)
+{
+    HWND hCombo = ProfileCombo(hPage);
+    LRESULT sel = SendMessageW(hCombo, CB_GETCURSEL, 0, 0);
+    if (sel == CB_ERR)
+        return -1;
+    WCHAR szName[PROFILE_NAME_CHARS + 1] = L"";
+    if (sel > 0 && SendMessageW(hCombo, CB_GETLBTEXTLEN, sel, 0) < (LRESULT)ARRAY_COUNT(szName)) {
+        SendMessageW(hCombo, CB_GETLBTEXT, sel, (LPARAM)szName);
+        int cch = lstrlenW(szName);
+        if (cch && szName[cch - 1] == L'*')
+            szName[cch - 1] = 0;
+    }
+    pSheet->bTrackChanges = FALSE;
+    ApplyProfile(szName, pSheet, hPage);
+    NotifySheetChanged(hPage, pSheet);
+    pSheet->bTrackChanges = TRUE;
+    pSheet->bProfiled = TRUE;
+    return 1;
+}
+
+void RestoreCurrentProfile(PSHEETSTATE pSheet, HWND hPage)
+{
+    WCHAR szName[PROFILE_NAME_CHARS];
+    ReadCurrentProfileName(szName);
+    ApplyProfile(szName, pSheet, hPage);
+    NotifySheetChanged(hPage, pSheet);
+}
+
+void MarkPagesModified(PSHEETSTATE pSheet)
+{
+    RefillProfileCombos(pSheet, TRUE);
+    pSheet->bProfiled = FALSE;
+}
+
+LRESULT NotifySheetChanged(HWND hPage, PSHEETSTATE pSheet)
+{
+    if (pSheet) {
+        if (pSheet->bTrackChanges)
+            MarkPagesModified(pSheet);
+        pSheet->bApplied = FALSE;
+    }
+    return SendMessageW(GetParent(hPage), PSM_CHANGED, (WPARAM)hPage, 0);
+}
+
+static void MakePrinterDefault(PSHEETSTATE pSheet)
+{
+    PRINTER_INFO_2W *pInfo = (PRINTER_INFO_2W *)GetPrinterInfo(pSheet->hPrinter, 2);
+    if (!pInfo)
+        return;
+    pInfo->pDevMode = &pSheet->work.dmPublic;
+    SetPrinterW(pSheet->hPrinter, 2, (BYTE *)pInfo, 0);
+    LocalFree(pInfo);
+}
+
+/* The sheet sends its apply notification to every page that exists; the
+ * work is done for the first of them only. */
+void ApplySheetChanges(HWND hPage, PSHEETSTATE pSheet)
+{
+    int c = pSheet->nApplyCalls;
+    pSheet->nApplyCalls = (c + 1) % 3;
+    if (pSheet->bApplied || c != 0)
+        return;
+    CollectPages(pSheet);
+
+    WCHAR szName[PROFILE_NAME_CHARS];
+    ReadCurrentProfileName(szName);
+    if (szName[0])
+        WriteProfile(szName, &pSheet->work);
+    else if (!SaveProfileAs(pSheet, hPage))
+        return;
+    pSheet->bProfiled = TRUE;
+    ApplySelectedProfile(pSheet, hPage);
+    pSheet->bApplied = TRUE;
+    MakePrinterDefault(pSheet);
+}
+
+HWND CreatePageToolTips(HWND hPage, PSHEETSTATE pSheet, const int *pIds, int count)
+{
+    (void)pSheet;
+    HWND hwndTips = CreateWindowExW(0, TOOLTIPS_CLASSW, NULL, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                                    hPage, NULL, g_hModule, NULL);
+    if (!hwndTips)
+        return NULL;
+    SetWindowPos(hwndTips, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    SendMessageW(hwndTips, TTM_SETMAXTIPWIDTH, 0, TIP_WIDTH);
+    SendMessageW(hwndTips, TTM_ACTIVATE, TRUE, 0);
+    for (int i = 0; i < count; i++) {
+        HWND hControl = GetDlgItem(hPage, pIds[i]);
+        if (!hControl)
+            continue;
+        TTTOOLINFOW ti = {};
+        ti.cbSize = TTTOOLINFOW_V2_SIZE;
+        ti.uFlags = TTF_IDISHWND | TTF_SUBCLASS | TTF_TRANSPARENT;
+        ti.hwnd = hPage;
+        ti.uId = (UINT_PTR)hControl;
+        ti.hinst = g_hModule;
+        ti.lpszText = MAKEINTRESOURCEW(pIds[i]);
+        SendMessageW(hwndTips, TTM_ADDTOOLW, 0, (LPARAM)&ti);
+    }
+    return hwndTips;
+}
+
+static void AttachPageControls(const PAGEDESC *pDesc, HWND hPage)
+{
+    for (int i = 0; i < pDesc->nPushButtons; i++)
+        AttachPushButton(hPage, pDesc->pPushButtons[i]);
+    for (int i = 0; i < pDesc->nRadios; i++)
+        AttachRadioButton(hPage, pDesc->pRadios[i]);
+    for (int i = 0; i < pDesc->nCheckBoxes; i++)
+        AttachCheckBox(hPage, pDesc->pCheckBoxes[i]);
+    if (pDesc->idPreview)
+        AttachPagePreview(hPage, pDesc->idPreview);
+    for (int i = 0; i < pDesc->nGroupBoxes; i++)
+        AttachGroupBox(hPage, pDesc->pGroupBoxes[i]);
+}
+
+/* Creation cancels the change reports its own Load raises: the page opens
+ * showing the current profile, unmodified. */
+static void InitPage(const PAGEDESC *pDesc, HWND hPage, PSHEETSTATE pSheet)
+{
+    pSheet->bTrackChanges = FALSE;
+    if (pDesc->bResetsProfiled)
+        pSheet->bProfiled = TRUE;
+    pSheet->hwndPages[pDesc->iPage] = hPage;
+    AttachPageControls(pDesc, hPage);
+    pSheet->hwndToolTips[pDesc->iPage] = CreatePageToolTips(hPage, pSheet, pDesc->pToolTips, pDesc->nToolTips);
+    FillProfileList(ProfileCombo(hPage), PAGE_FRAMEWORK_LIST_COMBO, !pSheet->bProfiled);
+    if (pDesc->Load)
+        pDesc->Load(hPage, pSheet);
+    if (pSheet->bProfiled)
+        ApplySelectedProfile(pSheet, hPage);
+    pSheet->nApplyCalls = 0;
+    pSheet->bTrackChanges = TRUE;
+    pSheet->bApplied = TRUE;
+}
+
+static BOOL OnProfileRowCommand(const PAGEDESC *pDesc, HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code)
+{
+    if (id != IDC_PROFILE_COMBO && code != BN_CLICKED)
+        return FALSE;
+    switch (id) {
+    case IDC_PROFILE_COMBO:
+        if (code == CBN_SELCHANGE)
+            ApplySelectedProfile(pSheet, hPage);
+        return TRUE;
+    case IDC_SAVE_PROFILE:
+        SaveProfileAs(pSheet, hPage);
+        return TRUE;
+    case IDC_RESTORE_PROFILE:
+        RestoreCurrentProfile(pSheet, hPage);
+        return TRUE;
+    case IDC_HELP_BUTTON:
+        ShowHelpTopic(hPage, pDesc->nHelpTopic);
+        return TRUE;
+    case IDC_ABOUT:
+        DialogBoxParamW(g_hModule, MAKEINTRESOURCEW(IDD_ABOUT_BOX), hPage, AboutDlgProc, 0);
+        return TRUE;
+    }
+    return FALSE;
+}
+
+static INT_PTR OnNotify(const PAGEDESC *pDesc, HWND hPage, PSHEETSTATE pSheet, const NMHDR *pnmh)
+{
+    switch (pnmh->code) {
+    case PSN_APPLY:
+        ApplySheetChanges(hPage, pSheet);
+        pSheet->psui.pfnComPropSheet(pSheet->psui.hComPropSheet, CPSFUNC_SET_RESULT,
+                                     (LPARAM)pSheet->hPageResults[pDesc->iPage], 1);
+        return TRUE;
+    case PSN_RESET:
+        return FALSE;
+    }
+    return TRUE;
+}
+
+INT_PTR PageDialogProc(const PAGEDESC *pDesc, HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    PSHEETSTATE pSheet = (PSHEETSTATE)GetWindowLongPtrW(hDlg, GWLP_USERDATA);
+    switch (msg) {
+    case WM_INITDIALOG:
+        pSheet = (PSHEETSTATE)((LPPROPSHEETPAGEW)lParam)->lParam;
+        SetWindowLongPtrW(hDlg, GWLP_USERDATA, (LONG_PTR)pSheet);
+        InitPage(pDesc, hDlg, pSheet);
+        return TRUE;
+    case WM_COMMAND:
+        return pSheet && OnProfileRowCommand(pDesc, hDlg, pSheet, LOWORD(wParam), HIWORD(wParam));
+    case WM_NOTIFY:
+        return pSheet ? OnNotify(pDesc, hDlg, pSheet, (const NMHDR *)lParam) : FALSE;
+    case WM_HELP:
+        ShowHelpTopic(hDlg, pDesc->nHelpTopic);
+        return TRUE;
+    case WM_DESTROY:
+        if (pSheet) {
+            if (pSheet->hwndToolTips[pDesc->iPage])
+                DestroyWindow(pSheet->hwndToolTips[pDesc->iPage]);
+            pSheet->hwndToolTips[pDesc->iPage] = NULL;
+            pSheet->hwndPages[pDesc->iPage] = NULL;
+        }
+        return FALSE;
+    }
+    return FALSE;
+}

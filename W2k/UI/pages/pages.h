@@ -1,0 +1,56 @@
+/*
+ * The property pages and the machinery they share: the profile row, the
+ * modified mark, change reports, the apply step, tool tips and help.
+ */
+#ifndef QLR_PAGES_H
+#define QLR_PAGES_H
+
+#include "../sheet.h"
+
+#define PAGE_FRAMEWORK_LIST_COMBO  0
+#define PAGE_FRAMEWORK_LIST_BOX    1
+
+enum HelpTopic { HELP_PAGE_SETUP, HELP_FORMAT, HELP_OUTPUT, HELP_PROFILE_ADD, HELP_PROFILE_EDIT };
+
+/* What tells the three pages apart; the lifecycle is the framework's. */
+typedef struct _PAGEDESC {
+    int iPage;
+    int nHelpTopic;
+    BOOL bResetsProfiled;               /* the first page starts from the profile */
+    const int *pPushButtons; int nPushButtons;
+    const int *pCheckBoxes;  int nCheckBoxes;
+    const int *pRadios;      int nRadios;
+    const int *pGroupBoxes;  int nGroupBoxes;
+    int idPreview;                      /* 0: none */
+    const int *pToolTips;    int nToolTips;
+    void (*Load)(HWND hPage, PSHEETSTATE pSheet);       /* null: nothing yet */
+    void (*Collect)(HWND hPage, PSHEETSTATE pSheet);
+} PAGEDESC;
+
+extern const PAGEDESC g_PageDescs[PAGE_COUNT];
+
+INT_PTR CALLBACK PageSetupDlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK FormatPageDlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK OutputPageDlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
+
+/* framework.cpp */
+WORD FillProfileList(HWND hwndList, int nListMode, BOOL bModified);
+void RefillProfileCombos(PSHEETSTATE pSheet, BOOL bModified);
+void ApplyProfile(LPCWSTR pszName, PSHEETSTATE pSheet, HWND hPage);
+LONG ApplySelectedProfile(PSHEETSTATE pSheet, HWND hPage);
+void RestoreCurrentProfile(PSHEETSTATE pSheet, HWND hPage);
+void CollectPages(PSHEETSTATE pSheet);
+void MarkPagesModified(PSHEETSTATE pSheet);
+LRESULT NotifySheetChanged(HWND hPage, PSHEETSTATE pSheet);
+void ApplySheetChanges(HWND hPage, PSHEETSTATE pSheet);
+HWND CreatePageToolTips(HWND hPage, PSHEETSTATE pSheet, const int *pIds, int count);
+INT_PTR PageDialogProc(const PAGEDESC *pDesc, HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
+
+/* help.cpp */
+BOOL ShowHelpTopic(HWND hwnd, int nTopic);
+
+/* ../profiles/saveas.cpp */
+BOOL SaveProfileAs(PSHEETSTATE pSheet, HWND hPage);
+void TrimBlanks(WCHAR *pszName);
+
+#endif
