@@ -107,9 +107,9 @@ LONG WINAPI DrvDocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam
 }
 
 /* The library is loaded only while a sheet is shown. */
-LONG RunPropertySheet(HWND hWndOwner, PFNPROPSHEETUI pfnPropSheetUI, LPARAM lParam, DWORD *pResult)
+LONG RunPropertySheet(HWND hWndOwner, PFNPROPSHEETUI_CB pfnPropSheetUI, LPARAM lParam, DWORD *pResult)
 {
-    typedef LONG (WINAPI *PFN_CPSUI)(HWND, PFNPROPSHEETUI, LPARAM, LPDWORD);
+    typedef LONG (WINAPI *PFN_CPSUI)(HWND, PFNPROPSHEETUI_CB, LPARAM, LPDWORD);
     HMODULE hLib = LoadLibraryA("compstui.dll");
     if (!hLib)
         return -1;

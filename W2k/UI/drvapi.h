@@ -44,6 +44,10 @@ typedef struct _DEVQUERYPRINT_INFO {
     DWORD    cchNeeded;
 } DEVQUERYPRINT_INFO, *PDEVQUERYPRINT_INFO;
 
+/* The library calls a sheet owner as CALLBACK (stdcall on x86); mingw-w64's
+ * PFNPROPSHEETUI lacks the calling convention, so the module uses this one. */
+typedef LONG (CALLBACK *PFNPROPSHEETUI_CB)(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam);
+
 #define CDM_CONVERT          0x01
 #define CDM_CONVERT351       0x02
 #define CDM_DRIVER_DEFAULT   0x04

@@ -26,7 +26,7 @@ typedef struct _SHEETSTATE {
     int nApplyCalls;                /* apply notifications, modulo 3 */
 } SHEETSTATE, *PSHEETSTATE;
 
-LONG RunPropertySheet(HWND hWndOwner, PFNPROPSHEETUI pfnPropSheetUI, LPARAM lParam, DWORD *pResult);
+LONG RunPropertySheet(HWND hWndOwner, PFNPROPSHEETUI_CB pfnPropSheetUI, LPARAM lParam, DWORD *pResult);
 INT_PTR CALLBACK AboutDlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
 
 /* docprops.cpp */

@@ -10,11 +10,14 @@
 #include <prsht.h>
 #include <compstui.h>
 
+/* Owners are called as CALLBACK, which mingw-w64's PFNPROPSHEETUI omits. */
+typedef LONG (CALLBACK *PFNOWNER)(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam);
+
 #define MAX_OWNERS 16
 #define MAX_PAGES  64
 
 struct OWNER {
-    PFNPROPSHEETUI pfn;
+    PFNOWNER pfn;
     PROPSHEETUI_INFO info;
     OWNER *pParent;
 };
@@ -32,7 +35,7 @@ static LONG_PTR CALLBACK ComPropSheet(HANDLE hComPropSheet, UINT uFunction, LPAR
  * serve as hComPropSheet handles until it ends. */
 static SHEET *g_pSheet;
 
-static OWNER *NewOwner(SHEET *pSheet, PFNPROPSHEETUI pfn, LPARAM lParamInit, OWNER *pParent)
+static OWNER *NewOwner(SHEET *pSheet, PFNOWNER pfn, LPARAM lParamInit, OWNER *pParent)
 {
     if (pSheet->nOwners == MAX_OWNERS)
         return NULL;
@@ -87,7 +90,7 @@ static LONG_PTR CALLBACK ComPropSheet(HANDLE hComPropSheet, UINT uFunction, LPAR
     case CPSFUNC_ADD_HPROPSHEETPAGE:
         return AddPage((HPROPSHEETPAGE)lParam1);
     case CPSFUNC_ADD_PFNPROPSHEETUIW: {
-        OWNER *pChild = NewOwner(g_pSheet, (PFNPROPSHEETUI)lParam1, lParam2, pOwner);
+        OWNER *pChild = NewOwner(g_pSheet, (PFNOWNER)lParam1, lParam2, pOwner);
         if (!pChild)
             return 0;
         if (CallOwner(pChild, PROPSHEETUI_REASON_INIT, lParam2) < 0)
@@ -135,7 +138,7 @@ static INT_PTR RunSheet(SHEET *pSheet, HWND hWndOwner)
     return PropertySheetW(&psh);
 }
 
-extern "C" LONG WINAPI CommonPropertySheetUIW(HWND hWndOwner, PFNPROPSHEETUI pfnPropSheetUI,
+extern "C" LONG WINAPI CommonPropertySheetUIW(HWND hWndOwner, PFNOWNER pfnPropSheetUI,
                                               LPARAM lParam, LPDWORD pResult)
 {
     if (g_pSheet || !pfnPropSheetUI)
