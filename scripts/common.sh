@@ -68,7 +68,7 @@ qlr_stop_session() {
 qlr_start_wine() {
   export WINEPREFIX=$QLR_BUILD/x64/wineprefix
   export WINEDEBUG=${WINEDEBUG:--all}
-  export WINEDLLOVERRIDES="mscoree,mshtml="
+  export WINEDLLOVERRIDES="compstui=n,b;mscoree,mshtml="
   if [ ! -f "$WINEPREFIX/system.reg" ]; then
     echo "Creating the Wine prefix $WINEPREFIX ..."
     "$WINE" wineboot --init >/dev/null 2>&1 || true

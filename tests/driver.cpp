@@ -12,6 +12,13 @@ const Driver &TheDriver()
             driver.ConvertDevMode = (PFN_CONVERT)(void *)GetProcAddress(driver.hModule, "DrvConvertDevMode");
             driver.DeviceCapabilities = (PFN_CAPS)(void *)GetProcAddress(driver.hModule, "DrvDeviceCapabilities");
             driver.DocumentPropertySheets = (PFN_SHEETS)(void *)GetProcAddress(driver.hModule, "DrvDocumentPropertySheets");
+            driver.DocumentProperties = (PFN_DOCPROPS)(void *)GetProcAddress(driver.hModule, "DrvDocumentProperties");
+            driver.AdvancedDocumentProperties =
+                (PFN_ADVDOCPROPS)(void *)GetProcAddress(driver.hModule, "DrvAdvancedDocumentProperties");
+            driver.DevicePropertySheets = (PFN_SHEETS)(void *)GetProcAddress(driver.hModule, "DrvDevicePropertySheets");
+            driver.PrinterProperties = (PFN_PRINTERPROPS)(void *)GetProcAddress(driver.hModule, "PrinterProperties");
+            driver.DevQueryPrintEx = (PFN_QUERYPRINT)(void *)GetProcAddress(driver.hModule, "DevQueryPrintEx");
+            driver.PrinterEvent = (PFN_PRINTEREVENT)(void *)GetProcAddress(driver.hModule, "DrvPrinterEvent");
         }
     }
     return driver;

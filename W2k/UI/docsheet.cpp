@@ -33,6 +33,7 @@ static LONG InitSheet(PPROPSHEETUI_INFO pPSUIInfo, PDOCUMENTPROPERTYHEADER pHead
     if ((pHeader->fMode & (DM_UPDATE | DM_COPY)) && !(pHeader->fMode & DM_NOPERMISSION))
         pSheet->pdmOut = pHeader->pdmOut;
     pSheet->bProfiled = TRUE;
+    pSheet->bApplied = TRUE;        /* nothing to apply until a page reports a change */
     pPSUIInfo->UserData = (ULONG_PTR)pSheet;
     pSheet->psui = *pPSUIInfo;
 

@@ -229,10 +229,13 @@ static void AttachPageControls(const PAGEDESC *pDesc, HWND hPage)
         AttachGroupBox(hPage, pDesc->pGroupBoxes[i]);
 }
 
-/* Creation cancels the change reports its own Load raises: the page opens
- * showing the current profile, unmodified. */
+/* Creation cancels the change reports its own Load raises, and only those:
+ * a change made on another page before this one was first shown must still
+ * reach the profile and the printer at OK, so the apply flag is put back as
+ * the creation found it. */
 static void InitPage(const PAGEDESC *pDesc, HWND hPage, PSHEETSTATE pSheet)
 {
+    BOOL bWasApplied = pSheet->bApplied;
     pSheet->bTrackChanges = FALSE;
     if (pDesc->bResetsProfiled)
         pSheet->bProfiled = TRUE;
@@ -246,7 +249,7 @@ static void InitPage(const PAGEDESC *pDesc, HWND hPage, PSHEETSTATE pSheet)
         ApplySelectedProfile(pSheet, hPage);
     pSheet->nApplyCalls = 0;
     pSheet->bTrackChanges = TRUE;
-    pSheet->bApplied = TRUE;
+    pSheet->bApplied = bWasApplied;
 }
 
 static BOOL OnProfileRowCommand(const PAGEDESC *pDesc, HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code)

@@ -1,0 +1,449 @@
+// The document and device property sheets as applications open them, driven
+// by messages to the real dialogs; profiles on the real registry and the
+// printer's default settings read back through the spooler.
+#include "driver.h"
+#include <commctrl.h>
+#include <prsht.h>
+#include <vector>
+#include "ui_driver.h"
+
+namespace {
+
+#define PRINTER L"Quillora"
+#define KEY L"Software\\Moravel\\Quillora\\Profile"
+const LPCWSTR PROFILE_A = L"qlr sheet A", PROFILE_B = L"qlr sheet B";
+
+void SetCurrentName(LPCWSTR name)
+{
+    HKEY h;
+    RegCreateKeyExW(HKEY_CURRENT_USER, KEY, 0, NULL, 0, KEY_WRITE, NULL, &h, NULL);
+    RegSetValueExW(h, NULL, 0, REG_SZ, (const BYTE *)name, lstrlenW(name) * sizeof(WCHAR));
+    RegCloseKey(h);
+}
+
+std::wstring CurrentName()
+{
+    WCHAR name[130] = L"";
+    DWORD cb = 256;
+    RegGetValueW(HKEY_CURRENT_USER, KEY, NULL, RRF_RT_REG_SZ, NULL, name, &cb);
+    return name;
+}
+
+std::wstring ProfilePath(LPCWSTR name)
+{
+    return std::wstring(KEY) + L"\\" + name;
+}
+
+void StoreProfile(LPCWSTR name, const QLRDEVMODE &dm)
+{
+    HKEY h;
+    RegCreateKeyExW(HKEY_CURRENT_USER, ProfilePath(name).c_str(), 0, NULL, 0, KEY_WRITE, NULL, &h, NULL);
+    RegSetValueExW(h, NULL, 0, REG_BINARY, (const BYTE *)&dm, sizeof(dm));
+    RegCloseKey(h);
+}
+
+bool LoadProfile(LPCWSTR name, QLRDEVMODE *dm)
+{
+    DWORD cb = sizeof(*dm);
+    return RegGetValueW(HKEY_CURRENT_USER, ProfilePath(name).c_str(), NULL, RRF_RT_REG_BINARY, NULL, dm, &cb) ==
+           ERROR_SUCCESS;
+}
+
+void PressSheetButton(HWND hSheet, int button)
+{
+    PostMessageW(hSheet, PSM_PRESSBUTTON, button, 0);
+}
+
+// A change report from a page, as any edit makes: the hidden restore button
+// reloads the current profile and reports it.
+void ReportChange(HWND hPage)
+{
+    SendMessageW(hPage, WM_COMMAND, MAKEWPARAM(1005, BN_CLICKED), (LPARAM)GetDlgItem(hPage, 1005));
+}
+
+class Sheet : public ::testing::Test {
+protected:
+    HANDLE hPrinter = NULL;
+    std::wstring savedName;
+    Layout savedPrinterRecord;
+
+    void SetUp() override
+    {
+        ASSERT_NE(nullptr, TheDriver().DocumentProperties);
+        ASSERT_TRUE(OpenPrinterW((LPWSTR)PRINTER, &hPrinter, NULL));
+        savedName = CurrentName();
+        ASSERT_TRUE(PrinterRecord(&savedPrinterRecord));
+        StoreProfile(PROFILE_A, Profile(FORMAT_TIFF, L"first"));
+        RegDeleteKeyW(HKEY_CURRENT_USER, ProfilePath(PROFILE_B).c_str());
+        SetCurrentName(PROFILE_A);
+    }
+    void TearDown() override
+    {
+        RegDeleteKeyW(HKEY_CURRENT_USER, ProfilePath(PROFILE_A).c_str());
+        RegDeleteKeyW(HKEY_CURRENT_USER, ProfilePath(PROFILE_B).c_str());
+        SetCurrentName(savedName.c_str());
+        SetPrinterRecord(savedPrinterRecord.dm());
+        ClosePrinter(hPrinter);
+    }
+    QLRDEVMODE Profile(int format, LPCWSTR comment)
+    {
+        Layout l;
+        MakeLayout(&l, 0, 0, 0, 0);
+        LONG needed = QLR_RECORD_SIZE;
+        TheDriver().ConvertDevMode((LPWSTR)PRINTER, NULL, l.dm(), &needed, CDM_DRIVER_DEFAULT);
+        l.record()->iOutputFormat = format;
+        lstrcpyW(l.record()->szComments, comment);
+        l.record()->m_bProfiled = TRUE;
+        return *l.record();
+    }
+    bool PrinterRecord(Layout *out)
+    {
+        DWORD cb = 0;
+        GetPrinterW(hPrinter, 2, NULL, 0, &cb);
+        std::vector<BYTE> buf(cb);
+        if (!cb || !GetPrinterW(hPrinter, 2, buf.data(), cb, &cb) || !((PRINTER_INFO_2W *)buf.data())->pDevMode)
+            return false;
+        DEVMODEW *dm = ((PRINTER_INFO_2W *)buf.data())->pDevMode;
+        memcpy(out->bytes, dm, dm->dmSize + dm->dmDriverExtra);
+        return true;
+    }
+    void SetPrinterRecord(DEVMODEW *dm)
+    {
+        DWORD cb = 0;
+        GetPrinterW(hPrinter, 2, NULL, 0, &cb);
+        std::vector<BYTE> buf(cb);
+        if (!GetPrinterW(hPrinter, 2, buf.data(), cb, &cb))
+            return;
+        ((PRINTER_INFO_2W *)buf.data())->pDevMode = dm;
+        ((PRINTER_INFO_2W *)buf.data())->pSecurityDescriptor = NULL;
+        SetPrinterW(hPrinter, 2, buf.data(), 0);
+    }
+    LONG Open(Layout *out, DWORD mode, const std::function<void(HWND, DialogKind)> &script, bool *pFinished = NULL)
+    {
+        LONG result = -100;
+        bool finished = RunDriven(
+            [&] { result = TheDriver().DocumentProperties(NULL, hPrinter, (LPWSTR)PRINTER, out ? out->dm() : NULL,
+                                                          NULL, mode); },
+            script);
+        if (pFinished)
+            *pFinished = finished;
+        else
+            EXPECT_TRUE(finished) << "the script was cut short";
+        return result;
+    }
+};
+
+TEST_F(Sheet, OkReturnsTheProfilesRecordAndMakesItThePrintersDefault)
+{
+    Layout out;
+    MakeLayout(&out, 0, 0, 0, 0xA5);
+    int sheets = 0;
+    LONG result = Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
+        if (kind == DIALOG_SHEET && sheets++ == 0) {
+            EXPECT_EQ(PropSheet_GetCurrentPageHwnd(h), SheetPage(h, 0)) << "page setup comes first";
+            ReportChange(SheetPage(h, 0));
+            PressSheetButton(h, PSBTN_OK);
+        }
+    });
+    EXPECT_EQ(IDOK, result);
+    EXPECT_EQ(FORMAT_TIFF, out.record()->iOutputFormat);
+    EXPECT_STREQ(L"first", out.record()->szComments);
+    EXPECT_TRUE(out.record()->m_bProfiled);
+    EXPECT_TRUE(UntouchedFrom(out, QLR_RECORD_SIZE, 0xA5));
+
+    Layout printer;
+    ASSERT_TRUE(PrinterRecord(&printer));
+    EXPECT_EQ(FORMAT_TIFF, printer.record()->iOutputFormat) << "the printer's default follows the apply";
+    EXPECT_EQ(PROFILE_A, CurrentName());
+}
+
+TEST_F(Sheet, CancelWritesNothing)
+{
+    Layout out, before;
+    MakeLayout(&out, 0, 0, 0, 0xA5);
+    ASSERT_TRUE(PrinterRecord(&before));
+    LONG result = Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
+        if (kind == DIALOG_SHEET)
+            PressSheetButton(h, PSBTN_CANCEL);
+    });
+    EXPECT_EQ(IDCANCEL, result);
+    EXPECT_TRUE(UntouchedFrom(out, 72, 0xA5));
+    Layout after;
+    ASSERT_TRUE(PrinterRecord(&after));
+    EXPECT_EQ(0, memcmp(before.bytes + 220, after.bytes + 220, QLR_PRIVATE_SIZE));
+
+    // The advanced entry point answers 1 and 0 for the same two buttons.
+    LONG advanced = -1;
+    RunDriven([&] { advanced = TheDriver().AdvancedDocumentProperties(NULL, hPrinter, (LPWSTR)PRINTER,
+                                                                       out.dm(), NULL); },
+              [](HWND h, DialogKind kind) { if (kind == DIALOG_SHEET) PressSheetButton(h, PSBTN_CANCEL); });
+    EXPECT_EQ(0, advanced);
+    RunDriven([&] { advanced = TheDriver().AdvancedDocumentProperties(NULL, hPrinter, (LPWSTR)PRINTER,
+                                                                       out.dm(), NULL); },
+              [](HWND h, DialogKind kind) { if (kind == DIALOG_SHEET) PressSheetButton(h, PSBTN_OK); });
+    EXPECT_EQ(1, advanced);
+}
+
+TEST_F(Sheet, OneOkAppliesOnceAcrossThePagesAndAsksForANameWithoutAProfile)
+{
+    SetCurrentName(L"");
+    Layout out;
+    int saveDialogs = 0, sheets = 0;
+    LONG result = Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
+        if (kind == DIALOG_SHEET && sheets++ == 0) {
+            // The change comes before the other pages are first shown and
+            // must survive their creation.
+            ReportChange(SheetPage(h, 0));
+            SheetPage(h, 1);
+            SheetPage(h, 2);
+            SheetPage(h, 0);
+            PressSheetButton(h, PSBTN_OK);
+        } else if (kind == DIALOG_SAVE_PROFILE) {
+            saveDialogs++;
+            SetDlgItemTextW(h, 1081, PROFILE_B);
+            Click(h, IDOK);
+        }
+    });
+    EXPECT_EQ(IDOK, result);
+    EXPECT_EQ(1, saveDialogs);
+    EXPECT_EQ(PROFILE_B, CurrentName());
+    QLRDEVMODE stored;
+    ASSERT_TRUE(LoadProfile(PROFILE_B, &stored));
+    EXPECT_TRUE(stored.m_bProfiled);
+    EXPECT_EQ(FORMAT_JPEG, stored.iOutputFormat) << "factory defaults, as no profile was current";
+}
+
+TEST_F(Sheet, ChangesMarkTheProfileModifiedOnEveryPage)
+{
+    SetCurrentName(L"");
+    std::wstring entry0, entryOnOutputPage;
+    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
+        if (kind != DIALOG_SHEET)
+            return;
+        HWND page0 = SheetPage(h, 0), page2 = SheetPage(h, 2);
+        HWND combo = GetDlgItem(page0, 1001);
+        WCHAR text[64] = L"";
+        SendMessageW(combo, CB_GETLBTEXT, 0, (LPARAM)text);
+        entry0 = text;
+        ReportChange(page0);
+        SendMessageW(GetDlgItem(page2, 1001), CB_GETLBTEXT, 0, (LPARAM)text);
+        entryOnOutputPage = text;
+        PressSheetButton(h, PSBTN_CANCEL);
+    });
+    EXPECT_EQ(L"<Default Profile>", entry0);
+    EXPECT_EQ(L"<Default Profile>*", entryOnOutputPage);
+}
+
+TEST_F(Sheet, ChoosingAProfileReloadsItAndAMissingOneChangesNothing)
+{
+    StoreProfile(PROFILE_B, Profile(FORMAT_PCX, L"second"));
+    Layout out;
+    int sheets = 0;
+    Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
+        if (kind != DIALOG_SHEET || sheets++)
+            return;
+        HWND page = SheetPage(h, 0), combo = GetDlgItem(page, 1001);
+        LRESULT b = SendMessageW(combo, CB_FINDSTRINGEXACT, -1, (LPARAM)PROFILE_B);
+        ASSERT_NE(CB_ERR, b);
+        SendMessageW(combo, CB_SETCURSEL, b, 0);
+        SendMessageW(page, WM_COMMAND, MAKEWPARAM(1001, CBN_SELCHANGE), (LPARAM)combo);
+        EXPECT_EQ(PROFILE_B, CurrentName());
+
+        // A profile deleted behind the sheet's back: beep, nothing changes.
+        LRESULT a = SendMessageW(combo, CB_FINDSTRINGEXACT, -1, (LPARAM)PROFILE_A);
+        RegDeleteKeyW(HKEY_CURRENT_USER, ProfilePath(PROFILE_A).c_str());
+        SendMessageW(combo, CB_SETCURSEL, a, 0);
+        SendMessageW(page, WM_COMMAND, MAKEWPARAM(1001, CBN_SELCHANGE), (LPARAM)combo);
+        EXPECT_EQ(PROFILE_B, CurrentName());
+        PressSheetButton(h, PSBTN_OK);
+    });
+    EXPECT_EQ(FORMAT_PCX, out.record()->iOutputFormat);
+    EXPECT_STREQ(L"second", out.record()->szComments);
+}
+
+TEST_F(Sheet, SaveDialogRefusesEmptyNamesAndAsksBeforeReplacing)
+{
+    SetCurrentName(L"");
+    std::vector<std::wstring> boxes, captions;
+    int step = 0;
+    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
+        switch (kind) {
+        case DIALOG_SHEET:
+            if (step == 0)
+                Click(SheetPage(h, 0), 1002);
+            else
+                PressSheetButton(h, PSBTN_CANCEL);
+            step++;
+            return;
+        case DIALOG_MESSAGE_BOX:
+            boxes.push_back(MessageBoxText(h));
+            captions.push_back(TextOf(h));
+            // The first question is answered No, the second Yes.
+            Click(h, GetDlgItem(h, IDNO) ? (boxes.size() == 2 ? IDNO : IDYES) : IDOK);
+            return;
+        case DIALOG_SAVE_PROFILE:
+            if (boxes.empty()) {
+                SetDlgItemTextW(h, 1081, L"   ");
+            } else {
+                SetDlgItemTextW(h, 1081, L"  qlr sheet A  ");
+                SetDlgItemTextW(h, 1082, L"line 1\r\nline 2");
+            }
+            Click(h, IDOK);
+            return;
+        default:
+            return;
+        }
+    });
+    ASSERT_EQ(3u, boxes.size());
+    EXPECT_EQ(L"Вы должны определить имя профиля       ", boxes[0]);
+    EXPECT_EQ(L"Error", captions[0]);
+    EXPECT_EQ(L"Профиль с таким именем существует.\nВы хотите заменить его?           ", boxes[1]);
+    EXPECT_EQ(L"Add profile...", captions[1]);
+    EXPECT_EQ(boxes[1], boxes[2]);
+    EXPECT_EQ(PROFILE_A, CurrentName()) << "saved under the trimmed name";
+    QLRDEVMODE stored;
+    ASSERT_TRUE(LoadProfile(PROFILE_A, &stored));
+    EXPECT_EQ(FORMAT_JPEG, stored.iOutputFormat) << "replaced by the factory settings the sheet held";
+    EXPECT_STREQ(L"line 1\r\nline 2", stored.szComments);
+}
+
+TEST_F(Sheet, WinspoolDocumentPropertiesWithPromptReachesTheSheet)
+{
+    Layout out;
+    MakeLayout(&out, 0, 0, 0, 0xA5);
+    LONG result = -100;
+    int sheets = 0;
+    EXPECT_TRUE(RunDriven(
+        [&] { result = DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, out.dm(), NULL,
+                                           DM_PROMPT | DM_OUT_BUFFER); },
+        [&](HWND h, DialogKind kind) {
+            if (kind == DIALOG_SHEET && sheets++ == 0) {
+                EXPECT_EQ(3, TabCtrl_GetItemCount(PropSheet_GetTabControl(h)));
+                PressSheetButton(h, PSBTN_OK);
+            }
+        }));
+    EXPECT_EQ(IDOK, result);
+    EXPECT_EQ(FORMAT_TIFF, out.record()->iOutputFormat);
+}
+
+// The library's side of the protocol, played by the test: pages are
+// accepted with handles 101, 102, 103, or refused from the second on.
+int g_added;
+bool g_refuseSecond;
+LONG_PTR CALLBACK FakeLibrary(HANDLE, UINT function, LPARAM, LPARAM)
+{
+    if (function != CPSFUNC_ADD_PROPSHEETPAGEW)
+        return 0;
+    g_added++;
+    return g_refuseSecond && g_added >= 2 ? 0 : 100 + g_added;
+}
+
+TEST_F(Sheet, LibraryReasonsWithoutAWindow)
+{
+    Layout out;
+    MakeLayout(&out, 0, 0, 0, 0xA5);
+    DOCUMENTPROPERTYHEADER header = {};
+    header.cbSize = sizeof(header);
+    header.hPrinter = hPrinter;
+    header.pszPrinterName = (LPWSTR)PRINTER;
+    header.pdmOut = out.dm();
+    header.fMode = DM_PROMPT | DM_COPY;
+    PROPSHEETUI_INFO info = {};
+    info.cbSize = sizeof(info);
+    info.pfnComPropSheet = FakeLibrary;
+    info.lParamInit = (LPARAM)&header;
+    PFN_SHEETS sheets = TheDriver().DocumentPropertySheets;
+
+    g_added = 0;
+    g_refuseSecond = false;
+    info.Reason = PROPSHEETUI_REASON_INIT;
+    ASSERT_EQ(1, sheets(&info, (LPARAM)&header));
+    EXPECT_EQ(3, g_added);
+    EXPECT_NE(0u, info.UserData);
+
+    PROPSHEETUI_INFO_HEADER infoHeader = {};
+    info.Reason = PROPSHEETUI_REASON_GET_INFO_HEADER;
+    EXPECT_EQ(1, sheets(&info, (LPARAM)&infoHeader));
+    EXPECT_EQ(PSUIHDRF_NOAPPLYNOW | PSUIHDRF_PROPTITLE, infoHeader.Flags);
+    EXPECT_STREQ(PRINTER, infoHeader.pTitle);
+
+    SETRESULT_INFO sri = {};
+    sri.cbSize = sizeof(sri);
+    sri.hSetResult = (HANDLE)99;
+    sri.Result = 1;
+    info.Reason = PROPSHEETUI_REASON_SET_RESULT;
+    EXPECT_EQ(-1, sheets(&info, (LPARAM)&sri));
+    EXPECT_EQ(0u, info.Result);
+    EXPECT_TRUE(UntouchedFrom(out, 72, 0xA5));
+    sri.hSetResult = (HANDLE)102;
+    EXPECT_EQ(1, sheets(&info, (LPARAM)&sri));
+    EXPECT_EQ(1u, info.Result);
+    EXPECT_EQ(QLR_SIGNATURE, out.record()->dwSignature);
+
+    info.Reason = PROPSHEETUI_REASON_DESTROY;
+    EXPECT_EQ(1, sheets(&info, 0));
+    EXPECT_EQ(0u, info.UserData);
+
+    // A page the library refuses ends the initialisation; DESTROY still frees.
+    g_added = 0;
+    g_refuseSecond = true;
+    info.Reason = PROPSHEETUI_REASON_INIT;
+    EXPECT_EQ(-1, sheets(&info, (LPARAM)&header));
+    EXPECT_EQ(2, g_added);
+    info.Reason = PROPSHEETUI_REASON_DESTROY;
+    EXPECT_EQ(1, sheets(&info, 0));
+
+    SetLastError(0);
+    info.Reason = PROPSHEETUI_REASON_INIT;
+    EXPECT_EQ(-1, sheets(&info, 0));
+    EXPECT_EQ((DWORD)ERROR_INVALID_DATA, GetLastError());
+    info.Reason = 77;
+    EXPECT_EQ(-1, sheets(&info, 0));
+}
+
+TEST_F(Sheet, DeviceSheetShowsOnlyTheAboutPage)
+{
+    std::wstring tab;
+    int pages = 0;
+    BOOL result = TRUE;
+    EXPECT_TRUE(RunDriven([&] { result = TheDriver().PrinterProperties(NULL, hPrinter); },
+                          [&](HWND h, DialogKind kind) {
+                              if (kind != DIALOG_SHEET)
+                                  return;
+                              HWND tabs = PropSheet_GetTabControl(h);
+                              pages = TabCtrl_GetItemCount(tabs);
+                              WCHAR text[64] = L"";
+                              TCITEMW item = {};
+                              item.mask = TCIF_TEXT;
+                              item.pszText = text;
+                              item.cchTextMax = 64;
+                              TabCtrl_GetItem(tabs, 0, &item);
+                              tab = text;
+                              PressSheetButton(h, PSBTN_OK);
+                          }));
+    EXPECT_EQ(1, pages);
+    EXPECT_EQ(L"О программе...", tab);
+    EXPECT_FALSE(result) << "the About page reports no result";
+
+    SetLastError(0);
+    EXPECT_EQ(-1, TheDriver().DevicePropertySheets(NULL, 0));
+    EXPECT_EQ((DWORD)ERROR_INVALID_DATA, GetLastError());
+    DEVICEPROPERTYHEADER header = { sizeof(header), 0, hPrinter, (LPWSTR)PRINTER };
+    PROPSHEETUI_INFO info = {};
+    info.lParamInit = (LPARAM)&header;
+    info.Reason = PROPSHEETUI_REASON_DESTROY;
+    EXPECT_EQ(1, TheDriver().DevicePropertySheets(&info, 0));
+}
+
+TEST(TrivialEntryPoints, AnswerAlike)
+{
+    ASSERT_NE(nullptr, TheDriver().DevQueryPrintEx);
+    DEVQUERYPRINT_INFO dqp = {};
+    dqp.cbSize = sizeof(dqp);
+    EXPECT_FALSE(TheDriver().DevQueryPrintEx(&dqp));
+    EXPECT_EQ(0u, dqp.cchNeeded);
+    for (INT event : { 1, 2, 3, 4, 99 })
+        EXPECT_TRUE(TheDriver().PrinterEvent((LPWSTR)PRINTER, event, 0, 0)) << "event " << event;
+}
+
+}  // namespace
