@@ -82,6 +82,13 @@ qlr_start_wine() {
   "$WINE" wineboot </dev/null >/dev/null 2>&1
 }
 
+# Without a window manager Wine waits two seconds for every hidden top-level
+# window to be withdrawn; on our own display no manager runs, so windows are
+# made unmanaged instead.
+qlr_unmanaged_windows() {
+  "$WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
+}
+
 qlr_install_printer() {
   "$WINE" "$QLR_BUILD/x64/bin/qlrsetup.exe"
 }

@@ -7,6 +7,7 @@ qlr_need_packages
 qlr_build x64 QLRDRVUI qlrsetup qlrinfo
 qlr_start_display
 qlr_start_wine
+qlr_unmanaged_windows
 qlr_install_printer
 echo
 "$WINE" "$QLR_BUILD/x64/bin/qlrinfo.exe"

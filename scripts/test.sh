@@ -9,5 +9,6 @@ echo "x86 module imports:"
 "$QLR_ROOT/tests/check-imports.sh" i686-w64-mingw32-objdump "$QLR_BUILD/x86/bin/QLRDRVUI.DLL"
 qlr_start_display
 qlr_start_wine
+qlr_unmanaged_windows
 qlr_install_printer
 ctest --test-dir "$QLR_BUILD/x64" --output-on-failure "$@"
