@@ -84,9 +84,13 @@ qlr_start_wine() {
 
 # Without a window manager Wine waits two seconds for every hidden top-level
 # window to be withdrawn; on our own display no manager runs, so windows are
-# made unmanaged instead.
+# made unmanaged there.  On a desktop the manager decorates them as usual.
 qlr_unmanaged_windows() {
   "$WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
+}
+
+qlr_managed_windows() {
+  "$WINE" reg delete 'HKCU\Software\Wine\X11 Driver' /v Managed /f >/dev/null 2>&1 || true
 }
 
 qlr_install_printer() {
