@@ -309,6 +309,7 @@ TEST_F(Sheet, SaveDialogRefusesEmptyNamesAndAsksBeforeReplacing)
 
 TEST_F(Sheet, WinspoolDocumentPropertiesWithPromptReachesTheSheet)
 {
+    StoreProfile(PROFILE_B, Profile(FORMAT_PCX, L"second"));
     Layout out;
     MakeLayout(&out, 0, 0, 0, 0xA5);
     LONG result = -100;
@@ -317,13 +318,25 @@ TEST_F(Sheet, WinspoolDocumentPropertiesWithPromptReachesTheSheet)
         [&] { result = DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, out.dm(), NULL,
                                            DM_PROMPT | DM_OUT_BUFFER); },
         [&](HWND h, DialogKind kind) {
-            if (kind == DIALOG_SHEET && sheets++ == 0) {
-                EXPECT_EQ(3, TabCtrl_GetItemCount(PropSheet_GetTabControl(h)));
-                PressSheetButton(h, PSBTN_OK);
-            }
+            if (kind != DIALOG_SHEET || sheets++)
+                return;
+            EXPECT_EQ(3, TabCtrl_GetItemCount(PropSheet_GetTabControl(h)));
+            // The user picks another profile and changes a setting on it.
+            HWND page = SheetPage(h, 0), combo = GetDlgItem(page, 1001);
+            SendMessageW(combo, CB_SETCURSEL, SendMessageW(combo, CB_FINDSTRINGEXACT, -1, (LPARAM)PROFILE_B), 0);
+            SendMessageW(page, WM_COMMAND, MAKEWPARAM(1001, CBN_SELCHANGE), (LPARAM)combo);
+            ReportChange(page);
+            PressSheetButton(h, PSBTN_OK);
         }));
     EXPECT_EQ(IDOK, result);
-    EXPECT_EQ(FORMAT_TIFF, out.record()->iOutputFormat);
+    EXPECT_EQ(FORMAT_PCX, out.record()->iOutputFormat);
+    EXPECT_EQ(PROFILE_B, CurrentName());
+    QLRDEVMODE stored;
+    ASSERT_TRUE(LoadProfile(PROFILE_B, &stored));
+    EXPECT_EQ(FORMAT_PCX, stored.iOutputFormat);
+    Layout printer;
+    ASSERT_TRUE(PrinterRecord(&printer));
+    EXPECT_EQ(FORMAT_PCX, printer.record()->iOutputFormat);
 }
 
 // The library's side of the protocol, played by the test: pages are

@@ -1,0 +1,153 @@
+// White-box tests of the page framework's pieces that need no sheet: the
+// profile list, tool tips, help addresses and name trimming.
+#include <gtest/gtest.h>
+#include <string>
+#include "pages/pages.h"
+#include "profiles/profiles.h"
+#include <commctrl.h>
+
+namespace {
+
+class ProfileList : public ::testing::Test {
+protected:
+    HWND hParent = NULL, hCombo = NULL, hList = NULL;
+    WCHAR savedCurrent[PROFILE_NAME_CHARS];
+    void SetUp() override
+    {
+        ReadCurrentProfileName(savedCurrent);
+        hParent = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 300, NULL, NULL, NULL, NULL);
+        hCombo = CreateWindowExW(0, L"COMBOBOX", L"", WS_CHILD | CBS_DROPDOWNLIST, 0, 0, 200, 200, hParent,
+                                 (HMENU)1001, NULL, NULL);
+        hList = CreateWindowExW(0, L"LISTBOX", L"", WS_CHILD, 0, 0, 200, 200, hParent, (HMENU)1002, NULL, NULL);
+        QLRDEVMODE dm;
+        SetDefDM(NULL, &dm);
+        WriteProfile(L"qlr list one", &dm);
+        WriteProfile(L"qlr list two", &dm);
+    }
+    void TearDown() override
+    {
+        DeleteProfile(L"qlr list one");
+        DeleteProfile(L"qlr list two");
+        WriteCurrentProfileName(savedCurrent);
+        DestroyWindow(hParent);
+    }
+    std::wstring Entry(LRESULT i)
+    {
+        WCHAR text[160] = L"";
+        SendMessageW(hCombo, CB_GETLBTEXT, i, (LPARAM)text);
+        return text;
+    }
+    std::wstring Selected() { return Entry(SendMessageW(hCombo, CB_GETCURSEL, 0, 0)); }
+    LRESULT Find(LPCWSTR text) { return SendMessageW(hCombo, CB_FINDSTRINGEXACT, -1, (LPARAM)text); }
+};
+
+TEST_F(ProfileList, DefaultEntryFirstAndTheCurrentProfileSelected)
+{
+    WriteCurrentProfileName(L"");
+    WORD n = FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, FALSE);
+    EXPECT_GE(n, 2);
+    EXPECT_EQ((LRESULT)n + 1, SendMessageW(hCombo, CB_GETCOUNT, 0, 0));
+    EXPECT_EQ(L"<Default Profile>", Entry(0));
+    EXPECT_EQ(L"<Default Profile>", Selected());
+    FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, TRUE);
+    EXPECT_EQ(L"<Default Profile>*", Selected());
+
+    WriteCurrentProfileName(L"qlr list two");
+    FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, TRUE);
+    EXPECT_EQ(L"qlr list two*", Selected());
+    EXPECT_EQ(L"<Default Profile>", Entry(0));
+    EXPECT_NE(CB_ERR, Find(L"qlr list one")) << "only the current profile is marked";
+    FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, FALSE);
+    EXPECT_EQ(L"qlr list two", Selected());
+}
+
+TEST_F(ProfileList, CurrentNamesWithoutAnExactKeySelectTheDefaultUnmarked)
+{
+    WriteCurrentProfileName(L"qlr no such profile");
+    FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, TRUE);
+    EXPECT_EQ(L"<Default Profile>", Selected());
+
+    WriteCurrentProfileName(L"QLR LIST ONE");     // the store would find it; the combo does not
+    FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, FALSE);
+    EXPECT_EQ(L"<Default Profile>", Selected());
+}
+
+TEST_F(ProfileList, TheManagersListHasNoDefaultEntryAndNoMark)
+{
+    WriteCurrentProfileName(L"qlr list one");
+    WORD n = FillProfileList(hList, PAGE_FRAMEWORK_LIST_BOX, TRUE);
+    EXPECT_EQ((LRESULT)n, SendMessageW(hList, LB_GETCOUNT, 0, 0));
+    EXPECT_EQ(LB_ERR, SendMessageW(hList, LB_FINDSTRINGEXACT, -1, (LPARAM)L"<Default Profile>"));
+    LRESULT sel = SendMessageW(hList, LB_GETCURSEL, 0, 0);
+    WCHAR text[160] = L"";
+    SendMessageW(hList, LB_GETTEXT, sel, (LPARAM)text);
+    EXPECT_STREQ(L"qlr list one", text);
+}
+
+TEST(PageToolTips, AddOneToolPerControlThePageHas)
+{
+    HWND hPage = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 300, NULL, NULL, NULL, NULL);
+    HWND a = CreateWindowExW(0, L"BUTTON", L"a", WS_CHILD, 0, 0, 50, 20, hPage, (HMENU)1002, NULL, NULL);
+    CreateWindowExW(0, L"BUTTON", L"b", WS_CHILD, 0, 30, 50, 20, hPage, (HMENU)1017, NULL, NULL);
+    const int ids[] = { 1002, 1099, 1017 };
+    HWND hTips = CreatePageToolTips(hPage, NULL, ids, 3);
+    ASSERT_NE(nullptr, hTips);
+    EXPECT_EQ(2, SendMessageW(hTips, TTM_GETTOOLCOUNT, 0, 0));
+    TTTOOLINFOW ti = {};
+    ti.cbSize = TTTOOLINFOW_V2_SIZE;
+    ASSERT_TRUE(SendMessageW(hTips, TTM_ENUMTOOLSW, 0, (LPARAM)&ti));
+    EXPECT_EQ((UINT_PTR)a, ti.uId);
+    EXPECT_TRUE(ti.uFlags & TTF_IDISHWND);
+    EXPECT_EQ(hPage, GetWindow(hTips, GW_OWNER));
+    DestroyWindow(hPage);
+}
+
+TEST(TrimBlanks, RemovesOnlyBlanksAtBothEnds)
+{
+    struct { const wchar_t *in, *out; } rows[] = {
+        { L"  name  ", L"name" }, { L"   ", L"" }, { L"", L"" }, { L"\tname ", L"\tname" },
+        { L"a b", L"a b" }, { L" x", L"x" },
+    };
+    for (const auto &row : rows) {
+        WCHAR buf[32];
+        lstrcpyW(buf, row.in);
+        TrimBlanks(buf);
+        EXPECT_STREQ(row.out, buf);
+    }
+}
+
+// The help control is found through its class registration; the test points
+// that registration at a recorder for the length of one test.
+TEST(Help, AddressesNameTheFileBesideTheModuleAndTheTopic)
+{
+    const char *key = "CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
+    char saved[MAX_PATH + 1] = "";
+    LONG cbSaved = sizeof(saved);
+    bool hadValue = RegQueryValueA(HKEY_CLASSES_ROOT, key, saved, &cbSaved) == ERROR_SUCCESS;
+    char fake[MAX_PATH];
+    GetModuleFileNameA(NULL, fake, MAX_PATH);
+    lstrcpyA(strrchr(fake, '\\') + 1, "fakehh.dll");
+    ASSERT_EQ(ERROR_SUCCESS, RegSetValueA(HKEY_CLASSES_ROOT, key, REG_SZ, fake, lstrlenA(fake)));
+
+    WCHAR folder[MAX_PATH];
+    GetModuleFileNameW(NULL, folder, MAX_PATH);
+    *wcsrchr(folder, L'\\') = 0;
+    struct { int topic; const wchar_t *name; } rows[] = {
+        { 0, L"/set_paper.htm" }, { 1, L"/set_advanced.htm" }, { 2, L"/set_finish.htm" },
+        { 3, L"/prof_add.htm" }, { 4, L"/prof_edit.htm" }, { 7, L"" },
+    };
+    typedef LPCWSTR (WINAPI *PFN_LAST)(UINT *);
+    for (const auto &row : rows) {
+        ShowHelpTopic(NULL, row.topic);
+        HMODULE hFake = GetModuleHandleA("fakehh.dll");
+        ASSERT_NE(nullptr, hFake) << "the help control was not loaded from its registration";
+        UINT command = 99;
+        std::wstring address = ((PFN_LAST)(void *)GetProcAddress(hFake, MAKEINTRESOURCEA(1)))(&command);
+        EXPECT_EQ(std::wstring(folder) + L"\\qlrhlp.chm::" + row.name + L">main", address) << "topic " << row.topic;
+        EXPECT_EQ(0u, command) << "HH_DISPLAY_TOPIC";
+    }
+    if (hadValue)
+        RegSetValueA(HKEY_CLASSES_ROOT, key, REG_SZ, saved, lstrlenA(saved));
+}
+
+}  // namespace
