@@ -234,6 +234,23 @@ TEST_F(Sheet, ChangesMarkTheProfileModifiedOnEveryPage)
     EXPECT_EQ(L"<Default Profile>*", entryOnOutputPage);
 }
 
+TEST_F(Sheet, AboutBoxOpensFromTheFormatPageAndClosesWithOk)
+{
+    std::wstring title;
+    int step = 0;
+    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
+        if (kind == DIALOG_SHEET && step++ == 0) {
+            Click(SheetPage(h, 1), 1004);
+        } else if (kind == DIALOG_OTHER) {
+            title = TextOf(h);
+            Click(h, IDOK);
+        } else if (kind == DIALOG_SHEET) {
+            PressSheetButton(h, PSBTN_CANCEL);
+        }
+    });
+    EXPECT_EQ(L"О программе...", title);
+}
+
 TEST_F(Sheet, ChoosingAProfileReloadsItAndAMissingOneChangesNothing)
 {
     StoreProfile(PROFILE_B, Profile(FORMAT_PCX, L"second"));
