@@ -1,6 +1,8 @@
 // The profile store on the real registry of the test prefix.  Every test uses
 // names of its own and puts the current-profile name back afterwards.
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 #include "profiles/profiles.h"
 
 namespace {
@@ -162,6 +164,108 @@ TEST_F(ProfileStore, RenameKeepsTheCurrentProfileAndRefusesTakenNames)
 
     EXPECT_FALSE(RenameProfile(L"no such qlr profile", L"qlr test B"));
     EXPECT_FALSE(ProfileExists(L"qlr test B"));
+}
+
+std::wstring TempFile(LPCWSTR name)
+{
+    WCHAR dir[MAX_PATH];
+    GetTempPathW(MAX_PATH, dir);
+    return std::wstring(dir) + name;
+}
+
+std::vector<BYTE> ReadBytes(const std::wstring &path)
+{
+    std::vector<BYTE> bytes;
+    HANDLE h = CreateFileW(path.c_str(), GENERIC_READ, 0, NULL, OPEN_EXISTING, 0, NULL);
+    if (h == INVALID_HANDLE_VALUE)
+        return bytes;
+    bytes.resize(GetFileSize(h, NULL));
+    DWORD cb = 0;
+    ReadFile(h, bytes.data(), (DWORD)bytes.size(), &cb, NULL);
+    CloseHandle(h);
+    return bytes;
+}
+
+void WriteBytes(const std::wstring &path, const std::vector<BYTE> &bytes)
+{
+    HANDLE h = CreateFileW(path.c_str(), GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, 0, NULL);
+    DWORD cb = 0;
+    WriteFile(h, bytes.data(), (DWORD)bytes.size(), &cb, NULL);
+    CloseHandle(h);
+}
+
+TEST_F(ProfileStore, FilesRoundTripTheStoredRecord)
+{
+    QLRDEVMODE dm = Record(FORMAT_GIF);
+    dm.dmPublic.dmDriverVersion = 0x0100;
+    lstrcpyW(dm.szComments, L"exported");
+    StoreRaw(L"qlr test A", REG_BINARY, &dm, sizeof(dm));
+    std::wstring path = TempFile(L"qlr-roundtrip.qlr");
+    ASSERT_TRUE(ExportProfileFile(L"qlr test A", path.c_str()));
+
+    std::vector<BYTE> file = ReadBytes(path);
+    ASSERT_EQ(3748u, file.size());
+    EXPECT_EQ(0, memcmp(file.data(), "QLRP", 4));
+    EXPECT_EQ(0x100u, *(DWORD *)&file[4]);
+    EXPECT_STREQ(L"qlr test A", (const WCHAR *)&file[8]);
+    for (size_t i = 8 + sizeof(L"qlr test A"); i < 264; i++)
+        ASSERT_EQ(0, file[i]) << "byte " << i;
+    QLRDEVMODE expected = dm;
+    expected.dmPublic.dmDriverVersion = QLR_DRIVER_VERSION;
+    EXPECT_EQ(0, memcmp(&expected, &file[264], sizeof(expected)));
+
+    ASSERT_TRUE(DeleteProfile(L"qlr test A"));
+    WCHAR name[PROFILE_NAME_CHARS] = L"";
+    ASSERT_TRUE(ImportProfileFile(path.c_str(), name));
+    EXPECT_STREQ(L"qlr test A", name);
+    QLRDEVMODE read;
+    ASSERT_TRUE(ReadProfile(L"qlr test A", &read));
+    expected.m_bProfiled = TRUE;
+    EXPECT_EQ(0, memcmp(&expected, &read, sizeof(read)));
+
+    // Exporting onto an existing file replaces it.
+    dm.iOutputFormat = FORMAT_DCX;
+    StoreRaw(L"qlr test A", REG_BINARY, &dm, sizeof(dm));
+    ASSERT_TRUE(ExportProfileFile(L"qlr test A", path.c_str()));
+    EXPECT_EQ(FORMAT_DCX, ((QLRDEVMODE *)&ReadBytes(path)[264])->iOutputFormat);
+    DeleteFileW(path.c_str());
+}
+
+TEST_F(ProfileStore, BadFilesChangeNothing)
+{
+    QLRDEVMODE dm = Record(FORMAT_BMP);
+    ASSERT_TRUE(WriteProfile(L"qlr test B", &dm));
+    std::wstring path = TempFile(L"qlr-bad.qlr");
+    ASSERT_TRUE(ExportProfileFile(L"qlr test B", path.c_str()));
+    const std::vector<BYTE> good = ReadBytes(path);
+    ASSERT_EQ(3748u, good.size());
+    ASSERT_TRUE(DeleteProfile(L"qlr test B"));
+
+    struct { const char *what; void (*mutate)(std::vector<BYTE> &); } cases[] = {
+        { "3747 bytes", [](std::vector<BYTE> &f) { f.pop_back(); } },
+        { "3749 bytes", [](std::vector<BYTE> &f) { f.push_back(0); } },
+        { "magic", [](std::vector<BYTE> &f) { f[3] = 'X'; } },
+        { "version 257", [](std::vector<BYTE> &f) { f[4] = 1; f[5] = 1; } },
+        { "empty name", [](std::vector<BYTE> &f) { f[8] = f[9] = 0; } },
+        { "name without NUL", [](std::vector<BYTE> &f) { for (int i = 8; i < 264; i += 2) { f[i] = 'x'; f[i + 1] = 0; } } },
+        { "backslash", [](std::vector<BYTE> &f) { f[8 + 2 * 3] = '\\'; } },
+        { "foreign record", [](std::vector<BYTE> &f) { f[264 + 220] ^= 0xFF; } },
+    };
+    for (const auto &c : cases) {
+        std::vector<BYTE> bad = good;
+        c.mutate(bad);
+        WriteBytes(path, bad);
+        WCHAR name[PROFILE_NAME_CHARS] = L"untouched";
+        EXPECT_FALSE(ImportProfileFile(path.c_str(), name)) << c.what;
+        EXPECT_FALSE(ProfileExists(L"qlr test B")) << c.what;
+        HKEY hKey;
+        EXPECT_NE(ERROR_SUCCESS, RegOpenKeyExW(HKEY_CURRENT_USER, PROFILE_KEY L"\\qlr", 0, KEY_READ, &hKey)) << c.what;
+    }
+
+    // A profile that cannot be read is not exported: no file appears.
+    DeleteFileW(path.c_str());
+    EXPECT_FALSE(ExportProfileFile(L"qlr test B", path.c_str()));
+    EXPECT_EQ(INVALID_FILE_ATTRIBUTES, GetFileAttributesW(path.c_str()));
 }
 
 TEST_F(ProfileStore, NamesOutsideTheLimitsAreRefused)

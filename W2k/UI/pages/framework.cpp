@@ -264,6 +264,9 @@ static BOOL OnProfileRowCommand(const PAGEDESC *pDesc, HWND hPage, PSHEETSTATE p
     case IDC_SAVE_PROFILE:
         SaveProfileAs(pSheet, hPage);
         return TRUE;
+    case IDC_PROFILE_MANAGER:
+        OpenProfileManager(pSheet, hPage);
+        return TRUE;
     case IDC_RESTORE_PROFILE:
         RestoreCurrentProfile(pSheet, hPage);
         return TRUE;

@@ -49,6 +49,9 @@ INT_PTR PageDialogProc(const PAGEDESC *pDesc, HWND hDlg, UINT msg, WPARAM wParam
 /* help.cpp */
 BOOL ShowHelpTopic(HWND hwnd, int nTopic);
 
+/* ../profiles/manager.cpp */
+LONG OpenProfileManager(PSHEETSTATE pSheet, HWND hPage);
+
 /* ../profiles/saveas.cpp */
 BOOL SaveProfileAs(PSHEETSTATE pSheet, HWND hPage);
 void TrimBlanks(WCHAR *pszName);

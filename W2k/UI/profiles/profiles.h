@@ -17,5 +17,13 @@ BOOL ReadProfile(LPCWSTR pszName, PQLRDEVMODE pdm);
 BOOL WriteProfile(LPCWSTR pszName, PQLRDEVMODE pdm);
 BOOL DeleteProfile(LPCWSTR pszName);
 BOOL RenameProfile(LPCWSTR pszOldName, LPCWSTR pszNewName);
+BOOL IsProfileRecord(const QLRDEVMODE *pdm);
+
+/* profilefile.cpp */
+#define PROFILE_FILE_MAGIC    "QLRP"
+#define PROFILE_FILE_VERSION  0x100
+
+BOOL ExportProfileFile(LPCWSTR pszName, LPCWSTR pszPath);
+BOOL ImportProfileFile(LPCWSTR pszPath, WCHAR szName[PROFILE_NAME_CHARS]);
 
 #endif

@@ -61,11 +61,15 @@ BOOL ProfileExists(LPCWSTR pszName)
 /* Only a whole record of this driver's layout is a profile.  A value of
  * another size or type, or a record of another layout, was not written by
  * this store and would load as nonsense settings, so it reads as missing. */
+BOOL IsProfileRecord(const QLRDEVMODE *pdm)
+{
+    return pdm->dmPublic.dmSize == QLR_PUBLIC_SIZE && pdm->dmPublic.dmDriverExtra == QLR_PRIVATE_SIZE &&
+           pdm->dwSignature == QLR_SIGNATURE && pdm->dwPrivVersion == QLR_PRIV_VERSION;
+}
+
 static BOOL IsStoredRecord(DWORD dwType, DWORD cb, const QLRDEVMODE *pdm)
 {
-    return dwType == REG_BINARY && cb == sizeof(QLRDEVMODE) &&
-           pdm->dmPublic.dmSize == QLR_PUBLIC_SIZE && pdm->dmPublic.dmDriverExtra == QLR_PRIVATE_SIZE &&
-           pdm->dwSignature == QLR_SIGNATURE && pdm->dwPrivVersion == QLR_PRIV_VERSION;
+    return dwType == REG_BINARY && cb == sizeof(QLRDEVMODE) && IsProfileRecord(pdm);
 }
 
 BOOL ReadProfile(LPCWSTR pszName, PQLRDEVMODE pdm)

@@ -19,6 +19,7 @@
 #define IDD_ABOUT_PAGE          113
 #define IDD_OUTPUT_PAGE         114
 #define IDD_SAVE_PROFILE        121
+#define IDD_PROFILE_MANAGER     122
 
 /* The profile row every page carries. */
 #define IDC_PROFILE_COMBO       1001
@@ -74,8 +75,14 @@
 #define IDC_APP_ICON            1093
 #define IDC_PARAMS_LABEL        1095
 
-/* Save profile. */
+/* Save profile and the profile manager. */
 #define IDC_PROFILE_NAME        1081
 #define IDC_PROFILE_COMMENT     1082
+#define IDC_PROFILE_LIST        1083
+#define IDC_DELETE_PROFILE      1086
+#define IDC_IMPORT_PROFILE      1087
+#define IDC_EXPORT_PROFILE      1088
+#define IDC_NAME_LABEL          1040
+#define IDC_COMMENT_LABEL       1041
 
 #endif
