@@ -356,6 +356,151 @@ TEST_F(Sheet, WinspoolDocumentPropertiesWithPromptReachesTheSheet)
     EXPECT_EQ(FORMAT_PCX, printer.record()->iOutputFormat);
 }
 
+std::wstring ListText(HWND hList, LRESULT i)
+{
+    WCHAR text[160] = L"";
+    SendMessageW(hList, LB_GETTEXT, i, (LPARAM)text);
+    return text;
+}
+
+void LeaveEdit(HWND hDlg, int id)
+{
+    SendMessageW(hDlg, WM_COMMAND, MAKEWPARAM(id, EN_KILLFOCUS), (LPARAM)GetDlgItem(hDlg, id));
+}
+
+TEST_F(Sheet, ManagerRenamesDeletesAndCancelUndoesNothing)
+{
+    StoreProfile(PROFILE_B, Profile(FORMAT_PCX, L"second"));
+    int visit = 0, sheets = 0;
+    std::wstring afterClose;
+    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
+        if (kind == DIALOG_SHEET) {
+            if (sheets++ == 0) {
+                Click(SheetPage(h, 0), 1003);
+            } else {
+                WCHAR text[64] = L"";
+                GetWindowTextW(GetDlgItem(SheetPage(h, 0), 1001), text, 64);
+                afterClose = text;
+                PressSheetButton(h, PSBTN_CANCEL);
+            }
+            return;
+        }
+        if (kind == DIALOG_MESSAGE_BOX) {
+            EXPECT_EQ(L"Вы хотите удалить выбранный профиль?          ", MessageBoxText(h));
+            EXPECT_EQ(L"Edit profile...", TextOf(h));
+            Click(h, IDYES);
+            return;
+        }
+        if (kind != DIALOG_PROFILE_MANAGER)
+            return;
+        HWND list = GetDlgItem(h, 1083);
+        switch (visit++) {
+        case 0: {
+            ASSERT_EQ(2, SendMessageW(list, LB_GETCOUNT, 0, 0));
+            EXPECT_EQ(PROFILE_A, TextOf(GetDlgItem(h, 1081))) << "the current profile is selected";
+            EXPECT_EQ(L"first", TextOf(GetDlgItem(h, 1082)));
+            // Blanks around and a leading backslash: stored as "_qlr renamed".
+            SetDlgItemTextW(h, 1081, L"  \\qlr renamed  ");
+            LeaveEdit(h, 1081);
+            EXPECT_EQ(L"_qlr renamed", TextOf(GetDlgItem(h, 1081)));
+            EXPECT_EQ(L"_qlr renamed", ListText(list, SendMessageW(list, LB_GETCURSEL, 0, 0)));
+            // A new name that sorts after B: the selection follows it.
+            SetDlgItemTextW(h, 1081, L"zqlr renamed");
+            LeaveEdit(h, 1081);
+            LRESULT sel = SendMessageW(list, LB_GETCURSEL, 0, 0);
+            EXPECT_EQ(1, sel);
+            EXPECT_EQ(L"zqlr renamed", ListText(list, sel));
+            EXPECT_EQ(L"zqlr renamed", CurrentName()) << "the current profile keeps being current";
+            // A name another profile has, in any case, is refused.
+            SetDlgItemTextW(h, 1081, L"QLR SHEET B");
+            LeaveEdit(h, 1081);
+            EXPECT_EQ(L"zqlr renamed", ListText(list, SendMessageW(list, LB_GETCURSEL, 0, 0)));
+            SetDlgItemTextW(h, 1081, L"zqlr renamed");
+            Click(h, 1086);     // delete the last entry
+            break;
+        }
+        case 1:
+            EXPECT_EQ(1, SendMessageW(list, LB_GETCOUNT, 0, 0));
+            EXPECT_EQ(0, SendMessageW(list, LB_GETCURSEL, 0, 0)) << "the new last entry";
+            EXPECT_EQ(PROFILE_B, TextOf(GetDlgItem(h, 1081)));
+            Click(h, 1086);     // delete the only profile
+            break;
+        case 2:
+            EXPECT_EQ(0, SendMessageW(list, LB_GETCOUNT, 0, 0));
+            EXPECT_FALSE(IsWindowEnabled(GetDlgItem(h, 1086)));
+            EXPECT_FALSE(IsWindowEnabled(GetDlgItem(h, 1088)));
+            EXPECT_TRUE(IsWindowEnabled(GetDlgItem(h, 1087))) << "import stays available";
+            EXPECT_EQ(L"", TextOf(GetDlgItem(h, 1081)));
+            Click(h, IDCANCEL);
+            break;
+        }
+    });
+    EXPECT_EQ(3, visit);
+    EXPECT_EQ(L"<Default Profile>", afterClose) << "the deleted current profile is gone from the pages";
+    EXPECT_EQ(L"", CurrentName());
+    QLRDEVMODE stored;
+    EXPECT_FALSE(LoadProfile(PROFILE_B, &stored)) << "Cancel does not undo a deletion";
+    EXPECT_FALSE(LoadProfile(L"zqlr renamed", &stored));
+    EXPECT_FALSE(LoadProfile(L"_qlr renamed", &stored));
+}
+
+TEST_F(Sheet, ManagerExportsAndImportsOverAnExistingName)
+{
+    WCHAR dir[MAX_PATH];
+    GetTempPathW(MAX_PATH, dir);
+    std::wstring path = std::wstring(dir) + L"qlr-manager.qlr";
+    DeleteFileW(path.c_str());
+    int visit = 0, boxes = 0, sheets = 0;
+    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
+        switch (kind) {
+        case DIALOG_SHEET:
+            if (sheets++ == 0)
+                Click(SheetPage(h, 0), 1003);
+            else
+                PressSheetButton(h, PSBTN_CANCEL);
+            return;
+        case DIALOG_FILE:
+            SetDlgItemTextW(h, 0x47c, path.c_str());
+            Click(h, IDOK);
+            return;
+        case DIALOG_MESSAGE_BOX:
+            boxes++;
+            Click(h, IDOK);
+            return;
+        case DIALOG_PROFILE_MANAGER:
+            break;
+        default:
+            return;
+        }
+        switch (visit++) {
+        case 0:
+            Click(h, 1088);     // export the selected (current) profile
+            break;
+        case 1:
+            SetDlgItemTextW(h, 1082, L"changed");
+            LeaveEdit(h, 1082);
+            Click(h, 1087);     // and import it back over the changed one
+            break;
+        case 2:
+            EXPECT_EQ(L"first", TextOf(GetDlgItem(h, 1082)));
+            EXPECT_EQ(PROFILE_A, TextOf(GetDlgItem(h, 1081)));
+            Click(h, IDOK);
+            break;
+        }
+    });
+    EXPECT_EQ(3, visit);
+    EXPECT_EQ(0, boxes) << "an import over an existing name asks nothing";
+    QLRDEVMODE stored;
+    ASSERT_TRUE(LoadProfile(PROFILE_A, &stored));
+    EXPECT_STREQ(L"first", stored.szComments);
+    EXPECT_EQ(FORMAT_TIFF, stored.iOutputFormat);
+    HANDLE hFile = CreateFileW(path.c_str(), GENERIC_READ, 0, NULL, OPEN_EXISTING, 0, NULL);
+    ASSERT_NE(INVALID_HANDLE_VALUE, hFile);
+    EXPECT_EQ(3748u, GetFileSize(hFile, NULL));
+    CloseHandle(hFile);
+    DeleteFileW(path.c_str());
+}
+
 // The library's side of the protocol, played by the test: pages are
 // accepted with handles 101, 102, 103, or refused from the second on.
 int g_added;

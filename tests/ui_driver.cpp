@@ -18,6 +18,10 @@ DialogKind KindOf(HWND hDlg)
 {
     if (FindChildOfClass(hDlg, WC_TABCONTROLW))
         return DIALOG_SHEET;
+    if (GetDlgItem(hDlg, 1083))
+        return DIALOG_PROFILE_MANAGER;
+    if (GetDlgItem(hDlg, 0x47c))        // the file-name box of the file dialogs
+        return DIALOG_FILE;
     if (GetDlgItem(hDlg, 1081))
         return DIALOG_SAVE_PROFILE;
     if (GetDlgItem(hDlg, 0xFFFF))

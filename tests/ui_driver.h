@@ -9,7 +9,9 @@
 #include <functional>
 #include <string>
 
-enum DialogKind { DIALOG_SHEET, DIALOG_SAVE_PROFILE, DIALOG_MESSAGE_BOX, DIALOG_OTHER };
+enum DialogKind {
+    DIALOG_SHEET, DIALOG_PROFILE_MANAGER, DIALOG_FILE, DIALOG_SAVE_PROFILE, DIALOG_MESSAGE_BOX, DIALOG_OTHER
+};
 
 DialogKind KindOf(HWND hDlg);
 std::wstring TextOf(HWND hwnd);
