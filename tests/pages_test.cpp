@@ -102,6 +102,68 @@ TEST(PageToolTips, AddOneToolPerControlThePageHas)
     DestroyWindow(hPage);
 }
 
+TEST(Lengths, ConvertBetweenUnitsWithRounding)
+{
+    EXPECT_EQ(2159, ConvertLength(8500, UNIT_THOU, UNIT_TENTHMM, 200));
+    EXPECT_EQ(8500, ConvertLength(2159, UNIT_TENTHMM, UNIT_THOU, 200));
+    EXPECT_EQ(150, ConvertLength(750, UNIT_THOU, UNIT_PIXEL, 200));
+    EXPECT_EQ(612, ConvertLength(8500, UNIT_THOU, UNIT_POINT, 300));
+    EXPECT_EQ(777, ConvertLength(777, UNIT_THOU, 4, 200)) << "unknown units convert nothing";
+    EXPECT_EQ(777, ConvertLength(777, UNIT_PIXEL, UNIT_PIXEL, 200));
+}
+
+TEST(Lengths, ClampFollowsUnitAndResolution)
+{
+    SHEETSTATE sheet = {};
+    struct { int unit, dpi, value, clamped; } rows[] = {
+        { UNIT_THOU, 200, 0, 39 }, { UNIT_THOU, 200, 999999, 720000 },
+        { UNIT_TENTHMM, 200, 200000, 182880 }, { UNIT_TENTHMM, 200, 5, 10 },
+        { UNIT_POINT, 200, 60000, 51840 }, { UNIT_POINT, 200, 1, 29 },
+        { UNIT_PIXEL, 200, 150, 200 }, { UNIT_PIXEL, 600, 200, 600 }, { UNIT_PIXEL, 50, 200000, 144000 },
+        { UNIT_THOU, 2400, 100000, 60000 }, { UNIT_THOU, 200, -5, 720000 },  // compared without sign
+        { 7, 200, 123456789, 123456789 },
+    };
+    for (const auto &row : rows) {
+        sheet.work.iCustomUnit = row.unit;
+        sheet.work.iResolution = row.dpi;
+        INT v = row.value;
+        ClampCustomLength(&sheet, &v);
+        EXPECT_EQ(row.clamped, v) << "unit " << row.unit << " at " << row.dpi << " dpi, value " << row.value;
+    }
+}
+
+TEST(Lengths, FormatAndParseAgreeWithEachOther)
+{
+    struct { int value, unit; const wchar_t *text; } shown[] = {
+        { 8500, 0, L"8.5" }, { 8000, 0, L"8.0" }, { 1050, 0, L"1.05" }, { 39, 0, L"0.039" }, { 11690, 0, L"11.69" },
+        { 2970, 1, L"297.0" }, { 2971, 1, L"297.1" }, { 612, 2, L"612" }, { 1500, 3, L"1500" }, { 42, 9, L"42" },
+    };
+    for (const auto &row : shown) {
+        WCHAR text[32];
+        FormatLength(row.value, row.unit, text, 32);
+        EXPECT_STREQ(row.text, text) << row.value << " in unit " << row.unit;
+    }
+    struct { const wchar_t *text; int unit, value; BOOL ok; } read[] = {
+        { L"8.27", 0, 8270, TRUE }, { L"1.001", 0, 1001, TRUE }, { L"0.0395", 0, 39, TRUE }, { L"12", 0, 12000, TRUE },
+        { L" +12.75", 1, 127, TRUE }, { L"297", 1, 2970, TRUE }, { L"12.9", 2, 12, TRUE }, { L"-3", 3, 3, TRUE },
+        { L"1.23456", 0, 1234, TRUE }, { L"5 mm", 1, 50, TRUE }, { L"99999999999", 0, -1, TRUE },
+        { L"abc", 0, 0, FALSE }, { L".5", 0, 0, FALSE }, { L"", 1, 0, FALSE },
+    };
+    for (const auto &row : read) {
+        BOOL ok = !row.ok;
+        EXPECT_EQ(row.value, ParseLength(row.text, row.unit, &ok)) << "unit " << row.unit;
+        EXPECT_EQ(row.ok, ok) << "unit " << row.unit;
+    }
+    // Whatever is shown reads back as the same value.
+    for (int unit = 0; unit < 4; unit++)
+        for (int v = 0; v < 200000; v += 7) {
+            WCHAR text[32];
+            FormatLength(v, unit, text, 32);
+            BOOL ok;
+            ASSERT_EQ(v, ParseLength(text, unit, &ok)) << text << " in unit " << unit;
+        }
+}
+
 TEST(TrimBlanks, RemovesOnlyBlanksAtBothEnds)
 {
     struct { const wchar_t *in, *out; } rows[] = {

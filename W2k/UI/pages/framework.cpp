@@ -241,6 +241,8 @@ static void InitPage(const PAGEDESC *pDesc, HWND hPage, PSHEETSTATE pSheet)
         pSheet->bProfiled = TRUE;
     pSheet->hwndPages[pDesc->iPage] = hPage;
     AttachPageControls(pDesc, hPage);
+    if (pDesc->Init)
+        pDesc->Init(hPage, pSheet);
     pSheet->hwndToolTips[pDesc->iPage] = CreatePageToolTips(hPage, pSheet, pDesc->pToolTips, pDesc->nToolTips);
     FillProfileList(ProfileCombo(hPage), PAGE_FRAMEWORK_LIST_COMBO, !pSheet->bProfiled);
     if (pDesc->Load)
@@ -304,7 +306,11 @@ INT_PTR PageDialogProc(const PAGEDESC *pDesc, HWND hDlg, UINT msg, WPARAM wParam
         InitPage(pDesc, hDlg, pSheet);
         return TRUE;
     case WM_COMMAND:
-        return pSheet && OnProfileRowCommand(pDesc, hDlg, pSheet, LOWORD(wParam), HIWORD(wParam));
+        if (!pSheet)
+            return FALSE;
+        if (!OnProfileRowCommand(pDesc, hDlg, pSheet, LOWORD(wParam), HIWORD(wParam)) && pDesc->Command)
+            pDesc->Command(hDlg, pSheet, LOWORD(wParam), HIWORD(wParam));
+        return TRUE;
     case WM_NOTIFY:
         return pSheet ? OnNotify(pDesc, hDlg, pSheet, (const NMHDR *)lParam) : FALSE;
     case WM_HELP:

@@ -1,7 +1,8 @@
 /*
  * The three pages as the framework drives them: which controls each hands to
- * the custom-drawn controls, its tool tips, its help topic.  Their own fields
- * (paper, format, output) load and collect nothing yet.
+ * the custom-drawn controls, its tool tips, its help topic, and its own
+ * creation, transfer and commands.  The format and output pages load and
+ * collect nothing yet.
  */
 #include "pages.h"
 #include "../res/resource.h"
@@ -39,11 +40,12 @@ static const int g_OutputTips[] = {
 
 const PAGEDESC g_PageDescs[PAGE_COUNT] = {
     { PAGE_SETUP, HELP_PAGE_SETUP, TRUE, LIST(g_SetupPush), LIST(g_SetupCheck), LIST(g_SetupRadio),
-      LIST(g_SetupGroup), IDC_PREVIEW, LIST(g_SetupTips), NULL, NULL },
+      LIST(g_SetupGroup), IDC_PREVIEW, LIST(g_SetupTips),
+      InitPageSetup, LoadPageSetup, CollectPageSetup, OnPageSetupCommand },
     { PAGE_FORMAT, HELP_FORMAT, FALSE, LIST(g_FormatPush), NULL, 0, NULL, 0, NULL, 0, 0,
-      LIST(g_FormatTips), NULL, NULL },
+      LIST(g_FormatTips), NULL, NULL, NULL, NULL },
     { PAGE_OUTPUT, HELP_OUTPUT, FALSE, LIST(g_OutputPush), LIST(g_OutputCheck), LIST(g_OutputRadio),
-      NULL, 0, 0, LIST(g_OutputTips), NULL, NULL },
+      NULL, 0, 0, LIST(g_OutputTips), NULL, NULL, NULL, NULL },
 };
 
 INT_PTR CALLBACK PageSetupDlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam)

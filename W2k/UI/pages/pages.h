@@ -23,8 +23,10 @@ typedef struct _PAGEDESC {
     const int *pGroupBoxes;  int nGroupBoxes;
     int idPreview;                      /* 0: none */
     const int *pToolTips;    int nToolTips;
+    void (*Init)(HWND hPage, PSHEETSTATE pSheet);       /* the page's own creation; null: none */
     void (*Load)(HWND hPage, PSHEETSTATE pSheet);       /* null: nothing yet */
     void (*Collect)(HWND hPage, PSHEETSTATE pSheet);
+    void (*Command)(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
 } PAGEDESC;
 
 extern const PAGEDESC g_PageDescs[PAGE_COUNT];
@@ -48,6 +50,18 @@ INT_PTR PageDialogProc(const PAGEDESC *pDesc, HWND hDlg, UINT msg, WPARAM wParam
 
 /* help.cpp */
 BOOL ShowHelpTopic(HWND hwnd, int nTopic);
+
+/* pagesetup.cpp */
+void InitPageSetup(HWND hPage, PSHEETSTATE pSheet);
+void LoadPageSetup(HWND hPage, PSHEETSTATE pSheet);
+void CollectPageSetup(HWND hPage, PSHEETSTATE pSheet);
+void OnPageSetupCommand(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
+
+/* lengths.cpp: custom paper lengths in whole steps of their unit */
+int  ConvertLength(int value, int fromUnit, int toUnit, int resolution);
+void ClampCustomLength(const SHEETSTATE *pSheet, INT *pValue);
+void FormatLength(int value, int unit, WCHAR *pszText, int cch);
+int  ParseLength(LPCWSTR pszText, int unit, BOOL *pOk);
 
 /* ../profiles/manager.cpp */
 LONG OpenProfileManager(PSHEETSTATE pSheet, HWND hPage);
