@@ -501,6 +501,149 @@ TEST_F(Sheet, ManagerExportsAndImportsOverAnExistingName)
     DeleteFileW(path.c_str());
 }
 
+// ---- the page-setup page ---------------------------------------------------------
+
+// What the preview control is told, recorded between the page and the preview.
+struct PreviewMessage { UINT msg; WPARAM wParam; LPARAM lParam; };
+std::vector<PreviewMessage> g_previewLog;
+WNDPROC g_previewProc;
+
+LRESULT CALLBACK RecordPreview(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    if (msg >= WM_USER + 0x1000 && msg <= WM_USER + 0x1002)
+        g_previewLog.push_back({ msg, wParam, lParam });
+    return CallWindowProcW(g_previewProc, hwnd, msg, wParam, lParam);
+}
+
+void Command(HWND hPage, int id, WORD code)
+{
+    SendMessageW(hPage, WM_COMMAND, MAKEWPARAM(id, code), (LPARAM)GetDlgItem(hPage, id));
+}
+
+void Choose(HWND hPage, int id, LRESULT index)
+{
+    SendDlgItemMessageW(hPage, id, CB_SETCURSEL, index, 0);
+    Command(hPage, id, CBN_SELCHANGE);
+}
+
+void Type(HWND hPage, int id, LPCWSTR text, WORD leave)
+{
+    SetDlgItemTextW(hPage, id, text);
+    Command(hPage, id, leave);
+}
+
+TEST_F(Sheet, PageSetupEditsPaperUnitsResolutionAndOrientation)
+{
+    Layout out;
+    MakeLayout(&out, 0, 0, 0, 0xA5);
+    int sheets = 0;
+    LONG result = Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
+        if (kind != DIALOG_SHEET || sheets++)
+            return;
+        HWND p = SheetPage(h, 0);
+        Choose(p, 1007, 0);
+        EXPECT_EQ(L"Letter/ANSI A (8.500 x 11.000 дюйм)", TextOf(GetDlgItem(p, 1016)));
+        Choose(p, 1007, 14);
+        EXPECT_EQ(L"A4 (210 x 297 мм)", TextOf(GetDlgItem(p, 1016)));
+        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(p, 1007)));
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(p, 1098)));
+
+        Command(p, 1097, BN_CLICKED);
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(p, 1007)));
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(p, 1016)));
+        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(p, 1098)));
+        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(p, 1014)));
+        EXPECT_EQ(L"210.0", TextOf(GetDlgItem(p, 1098)));
+
+        // Inches and back give the same millimetres.
+        Choose(p, 1014, 0);
+        EXPECT_EQ(L"8.268", TextOf(GetDlgItem(p, 1098)));
+        Choose(p, 1014, 1);
+        EXPECT_EQ(L"210.0", TextOf(GetDlgItem(p, 1098)));
+        EXPECT_EQ(L"297.0", TextOf(GetDlgItem(p, 1099)));
+
+        Type(p, 1098, L"20000", EN_KILLFOCUS);
+        EXPECT_EQ(L"18288.0", TextOf(GetDlgItem(p, 1098))) << "the largest size at 200 dpi";
+        Type(p, 1098, L"abc", EN_KILLFOCUS);
+        EXPECT_EQ(L"abc", TextOf(GetDlgItem(p, 1098))) << "no number: the text stays, the value too";
+        Choose(p, 1014, 0);
+        Type(p, 1098, L"0", EN_KILLFOCUS);
+        EXPECT_EQ(L"0.039", TextOf(GetDlgItem(p, 1098)));
+        Type(p, 1098, L"8.27", EN_KILLFOCUS);
+        Type(p, 1099, L"11.69", EN_KILLFOCUS);
+
+        Type(p, 1012, L"9999", CBN_KILLFOCUS);
+        EXPECT_EQ(L"2400", TextOf(GetDlgItem(p, 1012)));
+        Type(p, 1012, L"abc", CBN_KILLFOCUS);
+        EXPECT_EQ(L"200", TextOf(GetDlgItem(p, 1012)));
+        Choose(p, 1012, 6);     // 300 dpi
+
+        // Landscape turns the preview; the custom size itself stays.
+        HWND preview = GetDlgItem(p, 1006);
+        g_previewLog.clear();
+        g_previewProc = (WNDPROC)SetWindowLongPtrW(preview, GWLP_WNDPROC, (LONG_PTR)RecordPreview);
+        Command(p, 1009, BN_CLICKED);
+        SetWindowLongPtrW(preview, GWLP_WNDPROC, (LONG_PTR)g_previewProc);
+        ASSERT_EQ(3u, g_previewLog.size());
+        EXPECT_EQ((UINT)WM_USER + 0x1001, g_previewLog[0].msg);
+        EXPECT_EQ(1u, g_previewLog[0].wParam);
+        EXPECT_EQ(0, g_previewLog[0].lParam) << "orientation waits for the paper";
+        EXPECT_EQ((UINT)WM_USER + 0x1002, g_previewLog[1].msg);
+        EXPECT_EQ(0, g_previewLog[1].lParam);
+        EXPECT_EQ((UINT)WM_USER + 0x1000, g_previewLog[2].msg);
+        EXPECT_EQ(8270u, g_previewLog[2].wParam);
+        EXPECT_EQ(11690, g_previewLog[2].lParam);
+
+        Command(p, 1013, BN_CLICKED);   // the check box's own state stays unchecked
+        PressSheetButton(h, PSBTN_OK);
+    });
+    ASSERT_EQ(IDOK, result);
+    const QLRDEVMODE *r = out.record();
+    EXPECT_TRUE(r->bCustomPaper);
+    EXPECT_EQ(UNIT_THOU, r->iCustomUnit);
+    EXPECT_EQ(8270, r->iCustomWidth);
+    EXPECT_EQ(11690, r->iCustomHeight);
+    EXPECT_EQ(1, r->iOrientation);
+    EXPECT_EQ(DMORIENT_LANDSCAPE, r->dmPublic.dmOrientation);
+    EXPECT_EQ(300, r->iResolution);
+    EXPECT_EQ(300, r->dmPublic.dmPrintQuality);
+    EXPECT_EQ(300, r->dmPublic.dmYResolution);
+    EXPECT_STREQ(L"Custom Paper", r->dmPublic.dmFormName);
+    EXPECT_EQ(DMPAPER_USER, r->dmPublic.dmPaperSize);
+    EXPECT_EQ(2101, r->dmPublic.dmPaperWidth);      // 8.27 in = 210.058 mm
+    EXPECT_EQ(2969, r->dmPublic.dmPaperLength);
+    EXPECT_EQ((DWORD)(DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH),
+              r->dmPublic.dmFields & (DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH | DM_FORMNAME));
+    EXPECT_FALSE(r->bCropEdges);
+    EXPECT_EQ(14, r->iPaper) << "the table paper is kept while the custom size is used";
+}
+
+TEST_F(Sheet, PageSetupShowsALoadedResolutionTheListLacks)
+{
+    QLRDEVMODE dm = Profile(FORMAT_TIFF, L"first");
+    dm.iResolution = 120;
+    dm.dmPublic.dmPrintQuality = dm.dmPublic.dmYResolution = 120;
+    StoreProfile(PROFILE_A, dm);
+    Layout out;
+    std::wstring shown;
+    int sheets = 0;
+    Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
+        if (kind != DIALOG_SHEET || sheets++)
+            return;
+        HWND p = SheetPage(h, 0);
+        shown = TextOf(GetDlgItem(p, 1012));
+        Choose(p, 1012, 4);
+        PressSheetButton(h, PSBTN_OK);
+    });
+    EXPECT_EQ(L"120", shown);
+    EXPECT_EQ(150, out.record()->iResolution);
+    EXPECT_FALSE(out.record()->bCustomPaper);
+    EXPECT_STREQ(L"A4", out.record()->dmPublic.dmFormName);
+    EXPECT_EQ(2100, out.record()->dmPublic.dmPaperWidth);
+    EXPECT_EQ((DWORD)(DM_PAPERSIZE | DM_FORMNAME),
+              out.record()->dmPublic.dmFields & (DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH | DM_FORMNAME));
+}
+
 // The library's side of the protocol, played by the test: pages are
 // accepted with handles 101, 102, 103, or refused from the second on.
 int g_added;
