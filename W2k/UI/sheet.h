@@ -19,6 +19,7 @@ typedef struct _SHEETSTATE {
     HWND hwndPages[PAGE_COUNT];     /* each page's window once it exists */
     HANDLE hPageResults[PAGE_COUNT];/* the library's page handles, for SET_RESULT */
     HWND hwndToolTips[PAGE_COUNT];
+    HWND hwndFormatPanels[6];       /* one child dialog per output format */
     BOOL bProfiled;                 /* the settings equal the current profile */
     BOOL bTrackChanges;             /* change reports mark the settings modified */
     BOOL bApplied;                  /* nothing changed since the last apply */

@@ -1,8 +1,8 @@
 /*
  * The three pages as the framework drives them: which controls each hands to
  * the custom-drawn controls, its tool tips, its help topic, and its own
- * creation, transfer and commands.  The format and output pages load and
- * collect nothing yet.
+ * creation, transfer and commands.  The output page loads and collects
+ * nothing yet.
  */
 #include "pages.h"
 #include "../res/resource.h"
@@ -43,7 +43,7 @@ const PAGEDESC g_PageDescs[PAGE_COUNT] = {
       LIST(g_SetupGroup), IDC_PREVIEW, LIST(g_SetupTips),
       InitPageSetup, LoadPageSetup, CollectPageSetup, OnPageSetupCommand },
     { PAGE_FORMAT, HELP_FORMAT, FALSE, LIST(g_FormatPush), NULL, 0, NULL, 0, NULL, 0, 0,
-      LIST(g_FormatTips), NULL, NULL, NULL, NULL },
+      LIST(g_FormatTips), InitFormatPage, LoadFormatPage, CollectFormatPage, OnFormatPageCommand },
     { PAGE_OUTPUT, HELP_OUTPUT, FALSE, LIST(g_OutputPush), LIST(g_OutputCheck), LIST(g_OutputRadio),
       NULL, 0, 0, LIST(g_OutputTips), NULL, NULL, NULL, NULL },
 };

@@ -57,6 +57,12 @@ void LoadPageSetup(HWND hPage, PSHEETSTATE pSheet);
 void CollectPageSetup(HWND hPage, PSHEETSTATE pSheet);
 void OnPageSetupCommand(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
 
+/* formatpage.cpp */
+void InitFormatPage(HWND hPage, PSHEETSTATE pSheet);
+void LoadFormatPage(HWND hPage, PSHEETSTATE pSheet);
+void CollectFormatPage(HWND hPage, PSHEETSTATE pSheet);
+void OnFormatPageCommand(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
+
 /* lengths.cpp: custom paper lengths in whole steps of their unit */
 int  ConvertLength(int value, int fromUnit, int toUnit, int resolution);
 void ClampCustomLength(const SHEETSTATE *pSheet, INT *pValue);

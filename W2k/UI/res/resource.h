@@ -18,6 +18,12 @@
 #define IDD_ABOUT_BOX           112
 #define IDD_ABOUT_PAGE          113
 #define IDD_OUTPUT_PAGE         114
+#define IDD_BMP_PANEL           115     /* the panels are 115 + iOutputFormat */
+#define IDD_GIF_PANEL           116
+#define IDD_JPEG_PANEL          117
+#define IDD_TIFF_PANEL          118
+#define IDD_PCX_PANEL           119
+#define IDD_DCX_PANEL           120
 #define IDD_SAVE_PROFILE        121
 #define IDD_PROFILE_MANAGER     122
 
@@ -53,6 +59,34 @@
 #define IDC_FORMAT_LIST         1020
 #define IDC_PANEL_PLACE         1039
 #define IDC_FORMAT_LABEL        1102
+
+/* The format panels. */
+#define IDC_DEPTH_1             1021
+#define IDC_DEPTH_4             1022
+#define IDC_DEPTH_8             1023
+#define IDC_DEPTH_16            1024
+#define IDC_DEPTH_24            1025
+#define IDC_DEPTH_32            1026
+#define IDC_INTERLACED          1027
+#define IDC_MULTIPAGE           1028
+#define IDC_DITHER              1029
+#define IDC_GRAYSCALE           1030
+#define IDC_SUBSAMPLING_1       1031
+#define IDC_SUBSAMPLING_2       1032
+#define IDC_SUBSAMPLING_4       1033
+#define IDC_COLORS              1035
+#define IDC_COLORS_SPIN         1036
+#define IDC_QUALITY             1037
+#define IDC_QUALITY_SPIN        1038
+#define IDC_QUALITY_LABEL       1040
+#define IDC_PERCENT_LABEL       1041
+#define IDC_COMPRESSION_NONE    1042    /* + compression code, 0 to 6 */
+#define IDC_COMPRESSION_RLE     1043
+#define IDC_COMPRESSION_FAX3    1044
+#define IDC_COMPRESSION_FAX4    1045
+#define IDC_COMPRESSION_LZW     1046
+#define IDC_COMPRESSION_JPEG    1047
+#define IDC_COMPRESSION_PACKBIT 1048
 
 /* Output. */
 #define IDC_OUTPUT_FOLDER       1050
