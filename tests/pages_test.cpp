@@ -164,6 +164,69 @@ TEST(Lengths, FormatAndParseAgreeWithEachOther)
         }
 }
 
+std::wstring Expand(LPCWSTR mask, int format = FORMAT_JPEG)
+{
+    SHEETSTATE sheet = {};
+    sheet.work.iOutputFormat = format;
+    WCHAR out[EXAMPLE_CHARS] = L"";
+    ExpandFileNameMask(NULL, &sheet, mask, out);
+    return out;
+}
+
+TEST(Macros, MasksExpandAsTheRenderingModuleReadsThem)
+{
+    struct { LPCWSTR mask, expected; } rows[] = {
+        { L"plain name", L"plain name" },
+        { L"a&b&&c", L"a&b&&c" },
+        { L"&[DocName]_&[Page].&[Type]", L"example_document_name_01.jpg" },
+        { L"&[docname]-&[PAGE]", L"example_document_name-01" },
+        { L"x&[Nothing]y&[]z", L"xyz" },
+        { L"before&[Page", L"before&[Page" },
+        { L"before&[", L"before&[" },
+        { L"&[Page]&[", L"01&[" },
+        { L"&[&[Year]]", L"]" },
+        { L"a&[Page]b&[Page]c", L"a01b01c" },
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(std::wstring(row.expected), Expand(row.mask));
+    EXPECT_EQ(L"tif", Expand(L"&[Type]", 3));
+    EXPECT_EQ(L"bmp", Expand(L"&[Type]", -1));
+    EXPECT_EQ(L"dcx", Expand(L"&[Type]", 9));
+}
+
+TEST(Macros, DateAndTimeComeFromTheLocalClock)
+{
+    for (int attempt = 0; attempt < 3; attempt++) {
+        SYSTEMTIME before, after;
+        GetLocalTime(&before);
+        std::wstring date = Expand(L"&[Year]-&[Month]-&[Day] &[Date]");
+        std::wstring time = Expand(L"&[Hour]:&[Minute] &[Time]");
+        GetLocalTime(&after);
+        if (before.wMinute != after.wMinute || before.wDay != after.wDay)
+            continue;       // the clock turned over between the reads
+        WCHAR expected[64];
+        wsprintfW(expected, L"%04d-%02d-%02d %02d-%02d-%04d", before.wYear, before.wMonth, before.wDay,
+                  before.wMonth, before.wDay, before.wYear);
+        EXPECT_EQ(std::wstring(expected), date);
+        wsprintfW(expected, L"%02d:%02d %02d-%02d-", before.wHour, before.wMinute, before.wHour, before.wMinute);
+        EXPECT_EQ(std::wstring(expected), time.substr(0, 12));
+        EXPECT_EQ(14u, time.size());
+        return;
+    }
+    FAIL() << "the clock kept turning over";
+}
+
+TEST(Macros, TheExampleNeverOverrunsItsBuffer)
+{
+    // Longer than a record's mask can be, so that the expansion would pass
+    // the 1024 characters of the example.
+    std::wstring mask;
+    for (int i = 0; i < 60; i++)
+        mask += L"&[DocName]";
+    std::wstring out = Expand(mask.c_str());
+    EXPECT_EQ((size_t)EXAMPLE_CHARS - 1, out.size());
+}
+
 TEST(TrimBlanks, RemovesOnlyBlanksAtBothEnds)
 {
     struct { const wchar_t *in, *out; } rows[] = {

@@ -373,6 +373,30 @@ TEST_F(Sheet, ManagerExportsAndImportsOverAnExistingName)
     DeleteFileW(path.c_str());
 }
 
+TEST_F(Sheet, MacroMenuReplacesTheSelectedMaskText)
+{
+    std::wstring mask;
+    int sheets = 0;
+    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
+        if (kind == DIALOG_POPUP_MENU) {
+            PostMessageW(h, WM_CHAR, 0x0422, 0);        // "&Тип рисунка"
+            return;
+        }
+        if (kind != DIALOG_SHEET)
+            return;
+        HWND page = SheetPage(h, 2);
+        if (sheets++ == 0) {
+            SetDlgItemTextW(page, 1052, L"abcXYZ");
+            SendDlgItemMessageW(page, 1052, EM_SETSEL, 3, 6);
+            Click(page, 1053);
+        } else {
+            mask = TextOf(GetDlgItem(page, 1052));
+            PressSheetButton(h, PSBTN_CANCEL);
+        }
+    });
+    EXPECT_EQ(L"abc&[Type]", mask);
+}
+
 // ---- the page-setup page ---------------------------------------------------------
 
 // What the preview control is told, recorded between the page and the preview.

@@ -16,6 +16,10 @@ static HWND FindChildOfClass(HWND hParent, LPCWSTR pszClass)
 
 DialogKind KindOf(HWND hDlg)
 {
+    WCHAR cls[16];
+    GetClassNameW(hDlg, cls, 16);
+    if (lstrcmpW(cls, L"#32768") == 0)
+        return DIALOG_POPUP_MENU;
     if (FindChildOfClass(hDlg, WC_TABCONTROLW))
         return DIALOG_SHEET;
     if (GetDlgItem(hDlg, 1083))
@@ -58,7 +62,8 @@ static BOOL CALLBACK FindInputDialog(HWND hwnd, LPARAM lParam)
 {
     WCHAR cls[16];
     GetClassNameW(hwnd, cls, 16);
-    if (lstrcmpW(cls, L"#32770") == 0 && IsWindowVisible(hwnd) && IsWindowEnabled(hwnd)) {
+    bool bMenu = lstrcmpW(cls, L"#32768") == 0;
+    if ((bMenu || lstrcmpW(cls, L"#32770") == 0) && IsWindowVisible(hwnd) && IsWindowEnabled(hwnd)) {
         ((FindState *)lParam)->hFound = hwnd;
         return FALSE;
     }

@@ -1,8 +1,8 @@
 /*
  * The three pages as the framework drives them: which controls each hands to
  * the custom-drawn controls, its tool tips, its help topic, and its own
- * creation, transfer and commands.  The output page loads and collects
- * nothing yet.
+ * creation, transfer and commands.  The output page so far only inserts
+ * macros; its fields load and collect nothing yet.
  */
 #include "pages.h"
 #include "../res/resource.h"
@@ -45,7 +45,7 @@ const PAGEDESC g_PageDescs[PAGE_COUNT] = {
     { PAGE_FORMAT, HELP_FORMAT, FALSE, LIST(g_FormatPush), NULL, 0, NULL, 0, NULL, 0, 0,
       LIST(g_FormatTips), InitFormatPage, LoadFormatPage, CollectFormatPage, OnFormatPageCommand },
     { PAGE_OUTPUT, HELP_OUTPUT, FALSE, LIST(g_OutputPush), LIST(g_OutputCheck), LIST(g_OutputRadio),
-      NULL, 0, 0, LIST(g_OutputTips), NULL, NULL, NULL, NULL },
+      NULL, 0, 0, LIST(g_OutputTips), NULL, NULL, NULL, OnOutputPageCommand },
 };
 
 INT_PTR CALLBACK PageSetupDlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam)

@@ -63,6 +63,15 @@ void LoadFormatPage(HWND hPage, PSHEETSTATE pSheet);
 void CollectFormatPage(HWND hPage, PSHEETSTATE pSheet);
 void OnFormatPageCommand(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
 
+/* macros.cpp: "&[" name "]" in file-name masks */
+#define MACRO_TEXT_CHARS  32
+#define EXAMPLE_CHARS     1024
+LPCWSTR FormatExtension(int iOutputFormat);
+void ExpandMacro(const QLRDEVMODE *pdm, LPCWSTR pszName, WCHAR szOut[MACRO_TEXT_CHARS]);
+void ExpandFileNameMask(HWND hPage, PSHEETSTATE pSheet, LPCWSTR pszMask, WCHAR szOut[EXAMPLE_CHARS]);
+void InsertMacro(HWND hPage, PSHEETSTATE pSheet);
+void OnOutputPageCommand(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
+
 /* lengths.cpp: custom paper lengths in whole steps of their unit */
 int  ConvertLength(int value, int fromUnit, int toUnit, int resolution);
 void ClampCustomLength(const SHEETSTATE *pSheet, INT *pValue);

@@ -27,6 +27,10 @@
 #define IDD_SAVE_PROFILE        121
 #define IDD_PROFILE_MANAGER     122
 
+#define IDM_MACROS              140
+#define IDM_MACRO_FIRST         40001   /* + the macro's row in the macro table */
+#define IDM_MACRO_LAST          40011
+
 /* The profile row every page carries. */
 #define IDC_PROFILE_COMBO       1001
 #define IDC_SAVE_PROFILE        1002
