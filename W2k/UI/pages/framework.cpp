@@ -316,6 +316,10 @@ INT_PTR PageDialogProc(const PAGEDESC *pDesc, HWND hDlg, UINT msg, WPARAM wParam
     case WM_HELP:
         ShowHelpTopic(hDlg, pDesc->nHelpTopic);
         return TRUE;
+    case WM_SHOWWINDOW:
+        if (wParam && pSheet && pDesc->Shown)
+            pDesc->Shown(hDlg, pSheet);
+        return FALSE;
     case WM_DESTROY:
         if (pSheet) {
             if (pSheet->hwndToolTips[pDesc->iPage])

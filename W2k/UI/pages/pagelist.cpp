@@ -1,8 +1,7 @@
 /*
  * The three pages as the framework drives them: which controls each hands to
  * the custom-drawn controls, its tool tips, its help topic, and its own
- * creation, transfer and commands.  The output page so far only inserts
- * macros; its fields load and collect nothing yet.
+ * creation, transfer and commands.
  */
 #include "pages.h"
 #include "../res/resource.h"
@@ -29,7 +28,7 @@ static const int g_FormatTips[] = {
 static const int g_OutputPush[] = {
     IDC_SAVE_PROFILE, IDC_PROFILE_MANAGER, IDC_RESTORE_PROFILE, IDC_HELP_BUTTON, IDC_BROWSE_FOLDER,
     IDC_MACRO, IDC_BROWSE_VIEWER,
-};
+};      /* the viewer's browse button comes last, after the check box and radios */
 static const int g_OutputCheck[] = { IDC_SHOW_RESULT };
 static const int g_OutputRadio[] = { IDC_DEFAULT_VIEWER, IDC_CUSTOM_VIEWER };
 static const int g_OutputTips[] = {
@@ -41,11 +40,12 @@ static const int g_OutputTips[] = {
 const PAGEDESC g_PageDescs[PAGE_COUNT] = {
     { PAGE_SETUP, HELP_PAGE_SETUP, TRUE, LIST(g_SetupPush), LIST(g_SetupCheck), LIST(g_SetupRadio),
       LIST(g_SetupGroup), IDC_PREVIEW, LIST(g_SetupTips),
-      InitPageSetup, LoadPageSetup, CollectPageSetup, OnPageSetupCommand },
+      InitPageSetup, LoadPageSetup, CollectPageSetup, OnPageSetupCommand, NULL },
     { PAGE_FORMAT, HELP_FORMAT, FALSE, LIST(g_FormatPush), NULL, 0, NULL, 0, NULL, 0, 0,
-      LIST(g_FormatTips), InitFormatPage, LoadFormatPage, CollectFormatPage, OnFormatPageCommand },
+      LIST(g_FormatTips), InitFormatPage, LoadFormatPage, CollectFormatPage, OnFormatPageCommand, NULL },
     { PAGE_OUTPUT, HELP_OUTPUT, FALSE, LIST(g_OutputPush), LIST(g_OutputCheck), LIST(g_OutputRadio),
-      NULL, 0, 0, LIST(g_OutputTips), NULL, NULL, NULL, OnOutputPageCommand },
+      NULL, 0, 0, LIST(g_OutputTips), NULL, LoadOutputPage, CollectOutputPage, OnOutputPageCommand,
+      RefreshApplicationInfo },
 };
 
 INT_PTR CALLBACK PageSetupDlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam)

@@ -27,6 +27,7 @@ typedef struct _PAGEDESC {
     void (*Load)(HWND hPage, PSHEETSTATE pSheet);       /* null: nothing yet */
     void (*Collect)(HWND hPage, PSHEETSTATE pSheet);
     void (*Command)(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
+    void (*Shown)(HWND hPage, PSHEETSTATE pSheet);      /* WM_SHOWWINDOW showing the page */
 } PAGEDESC;
 
 extern const PAGEDESC g_PageDescs[PAGE_COUNT];
@@ -70,7 +71,15 @@ LPCWSTR FormatExtension(int iOutputFormat);
 void ExpandMacro(const QLRDEVMODE *pdm, LPCWSTR pszName, WCHAR szOut[MACRO_TEXT_CHARS]);
 void ExpandFileNameMask(HWND hPage, PSHEETSTATE pSheet, LPCWSTR pszMask, WCHAR szOut[EXAMPLE_CHARS]);
 void InsertMacro(HWND hPage, PSHEETSTATE pSheet);
+
+/* outputpage.cpp */
+void LoadOutputPage(HWND hPage, PSHEETSTATE pSheet);
+void CollectOutputPage(HWND hPage, PSHEETSTATE pSheet);
 void OnOutputPageCommand(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
+
+/* appinfo.cpp */
+void LookupAssociatedApplication(LPCWSTR pszExtension, WCHAR szPath[520]);
+void RefreshApplicationInfo(HWND hPage, PSHEETSTATE pSheet);
 
 /* lengths.cpp: custom paper lengths in whole steps of their unit */
 int  ConvertLength(int value, int fromUnit, int toUnit, int resolution);
