@@ -227,6 +227,45 @@ TEST(Macros, TheExampleNeverOverrunsItsBuffer)
     EXPECT_EQ((size_t)EXAMPLE_CHARS - 1, out.size());
 }
 
+// File associations as the shell keeps them, made for one test and removed.
+struct Association {
+    std::wstring extension, cls;
+    Association(LPCWSTR ext, LPCWSTR command) : extension(ext), cls(std::wstring(L"QlrTest.") + ext)
+    {
+        RegSetValueW(HKEY_CLASSES_ROOT, (L"." + extension).c_str(), REG_SZ, cls.c_str(), 0);
+        if (command)
+            RegSetValueW(HKEY_CLASSES_ROOT, (cls + L"\\shell\\open\\command").c_str(), REG_SZ, command, 0);
+    }
+    ~Association()
+    {
+        RegDeleteKeyW(HKEY_CLASSES_ROOT, (cls + L"\\shell\\open\\command").c_str());
+        RegDeleteKeyW(HKEY_CLASSES_ROOT, (cls + L"\\shell\\open").c_str());
+        RegDeleteKeyW(HKEY_CLASSES_ROOT, (cls + L"\\shell").c_str());
+        RegDeleteKeyW(HKEY_CLASSES_ROOT, cls.c_str());
+        RegDeleteKeyW(HKEY_CLASSES_ROOT, (L"." + extension).c_str());
+    }
+};
+
+TEST(Associations, TheProgramIsTheTokenHoldingTheLastDot)
+{
+    struct { LPCWSTR ext, command, program; } rows[] = {
+        { L"qlra", L"\"C:\\Program Files\\Viewer App\\view.exe\" \"%1\"", L"C:\\Program Files\\Viewer App\\view.exe" },
+        { L"qlrb", L"C:\\tools\\view.exe %1", L"C:\\tools\\view.exe" },
+        { L"qlrc", L"C:\\tools\\view.exe /opt=a.b %1", L"C:\\tools\\view.exe /opt=a.b" },
+        { L"qlrd", L"viewer %1", L"viewer" },     // no dot: the first token
+        { L"qlre", NULL, L"" },                   // a class without an open command
+    };
+    for (const auto &row : rows) {
+        Association a(row.ext, row.command);
+        WCHAR path[520] = L"unchanged";
+        LookupAssociatedApplication(row.ext, path);
+        EXPECT_STREQ(row.program, path);
+    }
+    WCHAR path[520] = L"unchanged";
+    LookupAssociatedApplication(L"qlr-no-such-type", path);
+    EXPECT_STREQ(L"", path);
+}
+
 TEST(TrimBlanks, RemovesOnlyBlanksAtBothEnds)
 {
     struct { const wchar_t *in, *out; } rows[] = {

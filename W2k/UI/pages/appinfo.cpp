@@ -56,9 +56,11 @@ void LookupAssociatedApplication(LPCWSTR pszExtension, WCHAR szPath[COMMAND_CHAR
     lstrcpynW(szPath, szCommand[0] == L'"' ? szCommand + 1 : szCommand, COMMAND_CHARS);
 }
 
+/* The control's own visibility: while the page itself is hidden (as during
+ * its creation) IsWindowVisible would answer FALSE for every control. */
 static void ShowBlock(HWND hPage, BOOL bShow)
 {
-    BOOL bVisible = IsWindowVisible(GetDlgItem(hPage, IDC_APP_ICON));
+    BOOL bVisible = (GetWindowLongPtrW(GetDlgItem(hPage, IDC_APP_ICON), GWL_STYLE) & WS_VISIBLE) != 0;
     if (!bVisible == !bShow)
         return;
     for (int id : g_AppBlock)
