@@ -23,7 +23,9 @@ extern "C" BOOL WINAPI DrvUIDLLEntryFunc(HINSTANCE hModule, DWORD dwReason, LPVO
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE hModule, DWORD dwReason, LPVOID pReserved)
 {
-    if (dwReason == DLL_PROCESS_ATTACH)
+    if (dwReason == DLL_PROCESS_ATTACH) {
         InitRememberedRecord();
+        InitJobWindowLock();
+    }
     return DrvUIDLLEntryFunc(hModule, dwReason, pReserved);
 }

@@ -6,6 +6,7 @@
 #define QLR_QLRUI_H
 
 #include "drvapi.h"
+#include <shellapi.h>
 #include "record.h"
 #include <wchar.h>
 
@@ -39,6 +40,9 @@ void BuildWorkingRecord(HANDLE hPrinter, const DEVMODEW *pdmCaller, PQLRDEVMODE 
 /* docprops.cpp */
 void InitRememberedRecord(void);
 void ForgetRememberedRecord(void);
+
+/* jobwindow.cpp */
+void InitJobWindowLock(void);
 
 /* spooler.cpp */
 BYTE *GetPrinterInfo(HANDLE hPrinter, DWORD dwLevel);
