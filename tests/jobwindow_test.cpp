@@ -84,25 +84,40 @@ HINSTANCE WINAPI RecordShellExecute(HWND hwnd, LPCSTR verb, LPCSTR file, LPCSTR 
     return result;
 }
 
-bool HookShellExecute(HMODULE hModule)
+// Points the module's import of one function at a recorder; returns the
+// function the import pointed at before.
+void *HookImport(HMODULE hModule, LPCWSTR dll, const char *name, void *replacement)
 {
     BYTE *base = (BYTE *)hModule;
     IMAGE_NT_HEADERS *nt = (IMAGE_NT_HEADERS *)(base + ((IMAGE_DOS_HEADER *)base)->e_lfanew);
     IMAGE_DATA_DIRECTORY dir = nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    void *real = (void *)GetProcAddress(GetModuleHandleW(L"shell32.dll"), "ShellExecuteA");
-    for (IMAGE_IMPORT_DESCRIPTOR *d = (IMAGE_IMPORT_DESCRIPTOR *)(base + dir.VirtualAddress); d->Name; d++) {
+    void *real = (void *)GetProcAddress(GetModuleHandleW(dll), name);
+    for (IMAGE_IMPORT_DESCRIPTOR *d = (IMAGE_IMPORT_DESCRIPTOR *)(base + dir.VirtualAddress); d->Name; d++)
         for (IMAGE_THUNK_DATA *t = (IMAGE_THUNK_DATA *)(base + d->FirstThunk); t->u1.Function; t++) {
             if ((void *)t->u1.Function != real)
                 continue;
             DWORD old;
             VirtualProtect(&t->u1.Function, sizeof(void *), PAGE_READWRITE, &old);
-            g_realShellExecute = (PFN_SHELLEXECUTEA)real;
-            t->u1.Function = (ULONG_PTR)RecordShellExecute;
+            t->u1.Function = (ULONG_PTR)replacement;
             VirtualProtect(&t->u1.Function, sizeof(void *), old, &old);
-            return true;
+            return real;
         }
-    }
+    return NULL;
+}
+
+bool HookShellExecute(HMODULE hModule)
+{
+    if (!g_realShellExecute)
+        g_realShellExecute = (PFN_SHELLEXECUTEA)HookImport(hModule, L"shell32.dll", "ShellExecuteA",
+                                                           (void *)RecordShellExecute);
     return g_realShellExecute != NULL;
+}
+
+std::vector<HDC> g_aborted;
+int WINAPI RecordAbortDoc(HDC hdc)
+{
+    g_aborted.push_back(hdc);
+    return 1;
 }
 
 class JobWindow : public ::testing::Test {
@@ -190,13 +205,20 @@ TEST_F(JobWindow, OpenRequestsWithoutAProgramUseTheAssociationOrOpenWith)
     RegDeleteKeyW(HKEY_CLASSES_ROOT, L".qlrjob");
 }
 
-TEST_F(JobWindow, MalformedRequestsAreIgnoredAndAbortAnswersZero)
+TEST_F(JobWindow, MalformedRequestsAreIgnoredAndAbortEndsTheLatestJob)
 {
     ASSERT_EQ(1, Event(NULL, NULL, DOCUMENTEVENT_CREATEDCPRE, 0, NULL, 0, NULL));
+    ASSERT_TRUE(HookShellExecute(TheDriver().hModule));
+    g_shellCalls.clear();
     EXPECT_EQ(0u, RunClient(L"short"));
     EXPECT_EQ(0u, RunClient(L"unterminated"));
-    EXPECT_EQ(L"", Recorded(500));
+    EXPECT_TRUE(g_shellCalls.empty()) << "nothing is opened for a malformed block";
+
+    ASSERT_NE(nullptr, HookImport(TheDriver().hModule, L"gdi32.dll", "AbortDoc", (void *)RecordAbortDoc));
+    EXPECT_EQ(1, Event(NULL, (HDC)0x4321, DOCUMENTEVENT_CREATEDCPOST, 0, NULL, 0, NULL));
     EXPECT_EQ(0u, RunClient(L"abort"));
+    ASSERT_EQ(1u, g_aborted.size());
+    EXPECT_EQ((HDC)0x4321, g_aborted[0]) << "the device context of the latest job";
     EXPECT_NE(nullptr, FindWindowW(L"QLR_UW", L"")) << "the window survives";
 }
 
