@@ -11,28 +11,17 @@ protected:
     HWND page = NULL;
     HWND panels[6] = {};
 
-    // Opens the sheet on a current profile holding `stored` (or the factory
-    // defaults), runs `drive` on the format page, presses OK and returns the
-    // record the caller receives.  A change makes OK collect the pages and
-    // save them into that profile.
+    // The format page on a current profile holding `stored`, or the factory
+    // defaults; `panels` are its six panels in format order.
     QLRDEVMODE Run(const QLRDEVMODE *stored, const std::function<void()> &drive)
     {
-        StoreProfile(PROFILE_A, stored ? *stored : Profile(FORMAT_JPEG, L""));
-        Layout out;
-        MakeLayout(&out, 0, 0, 0, 0);
-        int sheets = 0;
-        LONG result = Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
-            if (kind != DIALOG_SHEET || sheets++)
-                return;
-            page = SheetPage(h, 1);
+        return RunOnPage(1, stored ? *stored : Profile(FORMAT_JPEG, L""), [&](HWND p) {
+            page = p;
             HWND panel = NULL;
             for (int i = 0; i < 6; i++)
                 panels[i] = panel = FindWindowExW(page, panel, L"#32770", NULL);
             drive();
-            PressSheetButton(h, PSBTN_OK);
         });
-        EXPECT_EQ(IDOK, result);
-        return *out.record();
     }
     QLRDEVMODE Stored(int format)
     {

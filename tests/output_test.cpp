@@ -10,19 +10,10 @@ protected:
 
     QLRDEVMODE Run(const QLRDEVMODE &stored, const std::function<void()> &drive)
     {
-        StoreProfile(PROFILE_A, stored);
-        Layout out;
-        MakeLayout(&out, 0, 0, 0, 0);
-        int sheets = 0;
-        LONG result = Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
-            if (kind != DIALOG_SHEET || sheets++)
-                return;
-            page = SheetPage(h, 2);
+        return RunOnPage(2, stored, [&](HWND p) {
+            page = p;
             drive();
-            PressSheetButton(h, PSBTN_OK);
         });
-        EXPECT_EQ(IDOK, result);
-        return *out.record();
     }
     bool Enabled(int id) { return IsWindowEnabled(GetDlgItem(page, id)) != FALSE; }
     bool Visible(int id) { return IsWindowVisible(GetDlgItem(page, id)) != FALSE; }

@@ -133,6 +133,25 @@ protected:
             EXPECT_TRUE(finished) << "the script was cut short";
         return result;
     }
+
+    // Stores `stored` as the current profile, opens the sheet, runs `drive`
+    // on page `index`, presses OK and returns the record the caller gets.
+    // A change reported by `drive` makes OK collect and save the pages.
+    QLRDEVMODE RunOnPage(int index, const QLRDEVMODE &stored, const std::function<void(HWND page)> &drive)
+    {
+        StoreProfile(PROFILE_A, stored);
+        Layout out;
+        MakeLayout(&out, 0, 0, 0, 0);
+        int sheets = 0;
+        LONG result = Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
+            if (kind != DIALOG_SHEET || sheets++)
+                return;
+            drive(SheetPage(h, index));
+            PressSheetButton(h, PSBTN_OK);
+        });
+        EXPECT_EQ(IDOK, result);
+        return *out.record();
+    }
 };
 
 inline void Command(HWND hPage, int id, WORD code)

@@ -403,116 +403,104 @@ static void ReadDcx(HWND hPanel, PSHEETSTATE pSheet)
     pSheet->work.bDcxMultiPage = Checked(hPanel, IDC_MULTIPAGE);
 }
 
-/* ---- the panel procedures -------------------------------------------------- */
+/* ---- creation and the shared dialog procedure ----------------------------- */
 
-static PSHEETSTATE PanelSheet(HWND hPanel)
+static void InitBmp(HWND hPanel)
 {
-    return (PSHEETSTATE)GetWindowLongPtrW(hPanel, GWLP_USERDATA);
+    AttachCheckBox(hPanel, IDC_GRAYSCALE);
+    AttachCheckBox(hPanel, IDC_DITHER);
+    AttachRadios(hPanel, g_BmpDepths, COUNT(g_BmpDepths));
 }
 
-static BOOL PanelInitDialog(HWND hPanel, UINT msg, LPARAM lParam)
+static void InitGif(HWND hPanel)
 {
-    if (msg != WM_INITDIALOG)
-        return FALSE;
-    SetWindowLongPtrW(hPanel, GWLP_USERDATA, lParam);
-    return TRUE;
+    for (int id : g_GifChecks)
+        AttachCheckBox(hPanel, id);
 }
 
-static INT_PTR CALLBACK BmpPanelProc(HWND hPanel, UINT msg, WPARAM wParam, LPARAM lParam)
+static void InitJpeg(HWND hPanel)
 {
-    if (PanelInitDialog(hPanel, msg, lParam)) {
-        AttachCheckBox(hPanel, IDC_GRAYSCALE);
-        AttachCheckBox(hPanel, IDC_DITHER);
-        AttachRadios(hPanel, g_BmpDepths, COUNT(g_BmpDepths));
-        ShowBmp(hPanel, PanelSheet(hPanel));
+    AttachRadios(hPanel, g_JpegDepths, COUNT(g_JpegDepths));
+    for (int id : g_GifChecks)
+        AttachCheckBox(hPanel, id);
+    AttachRadios(hPanel, g_Subsampling, COUNT(g_Subsampling));
+    SetSpin(hPanel, IDC_QUALITY_SPIN, 1, 100);
+}
+
+static void InitTiff(HWND hPanel)
+{
+    AttachCheckBox(hPanel, IDC_DITHER);
+    AttachCheckBox(hPanel, IDC_MULTIPAGE);
+    AttachRadios(hPanel, g_TiffDepths, COUNT(g_TiffDepths));
+    AttachRadios(hPanel, g_Compressions, COUNT(g_Compressions));
+    SetSpin(hPanel, IDC_QUALITY_SPIN, 1, 100);
+}
+
+static void InitPcx(HWND hPanel)
+{
+    AttachRadios(hPanel, g_PcxDepths, COUNT(g_PcxDepths));
+    AttachCheckBox(hPanel, IDC_DITHER);
+    AttachCheckBox(hPanel, IDC_GRAYSCALE);
+}
+
+static void InitDcx(HWND hPanel)
+{
+    AttachRadios(hPanel, g_PcxDepths, COUNT(g_PcxDepths));
+    for (int id : g_DcxChecks)
+        AttachCheckBox(hPanel, id);
+}
+
+static void PcxPanelCommand(HWND hPanel, PSHEETSTATE pSheet, WORD id, WORD)
+{
+    if (PcxCommand(hPanel, pSheet, id, &g_PcxFields))
+        ReportChange(hPanel, pSheet);
+}
+
+static void DcxPanelCommand(HWND hPanel, PSHEETSTATE pSheet, WORD id, WORD)
+{
+    if (PcxCommand(hPanel, pSheet, id, &g_DcxFields) || id == IDC_MULTIPAGE)
+        ReportChange(hPanel, pSheet);
+}
+
+static void BmpPanelCommand(HWND hPanel, PSHEETSTATE pSheet, WORD id, WORD)
+{
+    BmpCommand(hPanel, pSheet, id);
+}
+
+typedef struct {
+    void (*Init)(HWND hPanel);
+    void (*Command)(HWND hPanel, PSHEETSTATE pSheet, WORD id, WORD code);
+} PANELBEHAVIOUR;
+
+static const PANELBEHAVIOUR g_Behaviour[FORMAT_COUNT] = {
+    { InitBmp, BmpPanelCommand }, { InitGif, GifCommand }, { InitJpeg, JpegCommand },
+    { InitTiff, TiffCommand }, { InitPcx, PcxPanelCommand }, { InitDcx, DcxPanelCommand },
+};
+
+static INT_PTR PanelDialogProc(int iFormat, HWND hPanel, UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    if (msg == WM_INITDIALOG) {
+        SetWindowLongPtrW(hPanel, GWLP_USERDATA, lParam);
+        g_Behaviour[iFormat].Init(hPanel);
+        g_Panels[iFormat].Show(hPanel, (PSHEETSTATE)lParam);
         return TRUE;
     }
     if (msg != WM_COMMAND)
         return FALSE;
-    BmpCommand(hPanel, PanelSheet(hPanel), LOWORD(wParam));
+    g_Behaviour[iFormat].Command(hPanel, (PSHEETSTATE)GetWindowLongPtrW(hPanel, GWLP_USERDATA), LOWORD(wParam),
+                                 HIWORD(wParam));
     return TRUE;
 }
 
-static INT_PTR CALLBACK GifPanelProc(HWND hPanel, UINT msg, WPARAM wParam, LPARAM lParam)
-{
-    if (PanelInitDialog(hPanel, msg, lParam)) {
-        for (int id : g_GifChecks)
-            AttachCheckBox(hPanel, id);
-        ShowGif(hPanel, PanelSheet(hPanel));
-        return TRUE;
-    }
-    if (msg != WM_COMMAND)
-        return FALSE;
-    GifCommand(hPanel, PanelSheet(hPanel), LOWORD(wParam), HIWORD(wParam));
-    return TRUE;
-}
+#define PANEL_PROC(name, format) \
+    static INT_PTR CALLBACK name(HWND h, UINT m, WPARAM w, LPARAM l) { return PanelDialogProc(format, h, m, w, l); }
 
-static INT_PTR CALLBACK JpegPanelProc(HWND hPanel, UINT msg, WPARAM wParam, LPARAM lParam)
-{
-    if (PanelInitDialog(hPanel, msg, lParam)) {
-        AttachRadios(hPanel, g_JpegDepths, COUNT(g_JpegDepths));
-        for (int id : g_GifChecks)
-            AttachCheckBox(hPanel, id);
-        AttachRadios(hPanel, g_Subsampling, COUNT(g_Subsampling));
-        SetSpin(hPanel, IDC_QUALITY_SPIN, 1, 100);
-        ShowJpeg(hPanel, PanelSheet(hPanel));
-        return TRUE;
-    }
-    if (msg != WM_COMMAND)
-        return FALSE;
-    JpegCommand(hPanel, PanelSheet(hPanel), LOWORD(wParam), HIWORD(wParam));
-    return TRUE;
-}
-
-static INT_PTR CALLBACK TiffPanelProc(HWND hPanel, UINT msg, WPARAM wParam, LPARAM lParam)
-{
-    if (PanelInitDialog(hPanel, msg, lParam)) {
-        AttachCheckBox(hPanel, IDC_DITHER);
-        AttachCheckBox(hPanel, IDC_MULTIPAGE);
-        AttachRadios(hPanel, g_TiffDepths, COUNT(g_TiffDepths));
-        AttachRadios(hPanel, g_Compressions, COUNT(g_Compressions));
-        SetSpin(hPanel, IDC_QUALITY_SPIN, 1, 100);
-        ShowTiff(hPanel, PanelSheet(hPanel));
-        return TRUE;
-    }
-    if (msg != WM_COMMAND)
-        return FALSE;
-    TiffCommand(hPanel, PanelSheet(hPanel), LOWORD(wParam), HIWORD(wParam));
-    return TRUE;
-}
-
-static INT_PTR CALLBACK PcxPanelProc(HWND hPanel, UINT msg, WPARAM wParam, LPARAM lParam)
-{
-    if (PanelInitDialog(hPanel, msg, lParam)) {
-        AttachRadios(hPanel, g_PcxDepths, COUNT(g_PcxDepths));
-        AttachCheckBox(hPanel, IDC_DITHER);
-        AttachCheckBox(hPanel, IDC_GRAYSCALE);
-        ShowPcx(hPanel, PanelSheet(hPanel));
-        return TRUE;
-    }
-    if (msg != WM_COMMAND)
-        return FALSE;
-    if (PcxCommand(hPanel, PanelSheet(hPanel), LOWORD(wParam), &g_PcxFields))
-        ReportChange(hPanel, PanelSheet(hPanel));
-    return TRUE;
-}
-
-static INT_PTR CALLBACK DcxPanelProc(HWND hPanel, UINT msg, WPARAM wParam, LPARAM lParam)
-{
-    if (PanelInitDialog(hPanel, msg, lParam)) {
-        AttachRadios(hPanel, g_PcxDepths, COUNT(g_PcxDepths));
-        for (int id : g_DcxChecks)
-            AttachCheckBox(hPanel, id);
-        ShowDcx(hPanel, PanelSheet(hPanel));
-        return TRUE;
-    }
-    if (msg != WM_COMMAND)
-        return FALSE;
-    WORD id = LOWORD(wParam);
-    if (PcxCommand(hPanel, PanelSheet(hPanel), id, &g_DcxFields) || id == IDC_MULTIPAGE)
-        ReportChange(hPanel, PanelSheet(hPanel));
-    return TRUE;
-}
+PANEL_PROC(BmpPanelProc, FORMAT_BMP)
+PANEL_PROC(GifPanelProc, FORMAT_GIF)
+PANEL_PROC(JpegPanelProc, FORMAT_JPEG)
+PANEL_PROC(TiffPanelProc, FORMAT_TIFF)
+PANEL_PROC(PcxPanelProc, FORMAT_PCX)
+PANEL_PROC(DcxPanelProc, FORMAT_DCX)
 
 const PANELDESC g_Panels[FORMAT_COUNT] = {
     { BmpPanelProc, ShowBmp, ReadBmp },
