@@ -6,7 +6,7 @@ QLR_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 QLR_BUILD=$QLR_ROOT/build
 WINE=/usr/lib/wine/wine64
 WINESERVER=/usr/lib/wine/wineserver
-QLR_PACKAGES="mingw-w64 wine64 xvfb xauth cmake ninja-build googletest make"
+QLR_PACKAGES="mingw-w64 wine64 xvfb xauth cmake ninja-build googletest make fp-utils"
 
 qlr_need_packages() {
   local missing=() p

@@ -1,10 +1,13 @@
 #!/usr/bin/env bash
-# The driver package: the UI module for x64 and x86 under dist/.
+# The driver package: the UI module for x64 and x86 under dist/, each with
+# the help file beside it.
 source "$(dirname "$0")/common.sh"
 qlr_need_packages
 for arch in x64 x86; do
-  qlr_build "$arch" QLRDRVUI
+  qlr_build "$arch" QLRDRVUI qlrhelp
   mkdir -p "$QLR_ROOT/dist/$arch"
-  cp "$QLR_BUILD/$arch/bin/QLRDRVUI.DLL" "$QLR_ROOT/dist/$arch/QLRDRVUI.DLL"
-  echo "dist/$arch/QLRDRVUI.DLL"
+  for file in QLRDRVUI.DLL qlrhlp.chm; do
+    cp "$QLR_BUILD/$arch/bin/$file" "$QLR_ROOT/dist/$arch/$file"
+    echo "dist/$arch/$file"
+  done
 done

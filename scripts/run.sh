@@ -6,7 +6,7 @@
 # private display and saves a screenshot of each page.
 source "$(dirname "$0")/common.sh"
 qlr_need_packages
-qlr_build x64 QLRDRVUI compstui qlrsetup qlrinfo qlrsheet
+qlr_build x64 QLRDRVUI qlrhelp compstui qlrsetup qlrinfo qlrsheet
 desktop=${DISPLAY:-}
 [ -n "$desktop" ] || qlr_start_display
 qlr_start_wine

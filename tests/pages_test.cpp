@@ -314,4 +314,23 @@ TEST(Help, AddressesNameTheFileBesideTheModuleAndTheTopic)
         RegSetValueA(HKEY_CLASSES_ROOT, key, REG_SZ, saved, lstrlenA(saved));
 }
 
+// The help file the build puts beside the module holds every topic the
+// pages and dialogs open.
+TEST(Help, TheCompiledFileHoldsEveryTopic)
+{
+    WCHAR path[MAX_PATH];
+    GetModuleFileNameW(NULL, path, MAX_PATH);
+    lstrcpyW(wcsrchr(path, L'\\') + 1, L"qlrhlp.chm");
+    HANDLE h = CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, NULL, OPEN_EXISTING, 0, NULL);
+    ASSERT_NE(INVALID_HANDLE_VALUE, h) << "qlrhlp.chm is not beside the module";
+    std::string bytes(GetFileSize(h, NULL), '\0');
+    DWORD cb = 0;
+    ReadFile(h, &bytes[0], (DWORD)bytes.size(), &cb, NULL);
+    CloseHandle(h);
+    EXPECT_EQ("ITSF", bytes.substr(0, 4));
+    for (const char *topic : { "/set_paper.htm", "/set_advanced.htm", "/set_finish.htm", "/prof_add.htm", "/prof_edit.htm" })
+        EXPECT_NE(std::string::npos, bytes.find(topic)) << topic;
+    EXPECT_NE(std::string::npos, bytes.find("main")) << "the window the pages open topics in";
+}
+
 }  // namespace
