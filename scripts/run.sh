@@ -21,6 +21,6 @@ else
   shots=$QLR_BUILD/screenshots
   rm -rf "$shots" && mkdir -p "$shots"
   "$WINE" "$QLR_BUILD/x64/bin/qlrsheet.exe" --screenshots "$shots" >/dev/null
-  echo "Document properties, headless: one screenshot per page"
+  echo "Document properties, headless: the pages, the format panels and the sheet's dialogs"
   ls -1 "$shots"/*.png
 fi

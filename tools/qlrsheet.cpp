@@ -1,8 +1,9 @@
 /*
  * Opens the printer's document properties as an application does, through
  * winspool's DocumentPropertiesW with DM_PROMPT.  On a desktop the sheet is
- * the user's to work with; with --screenshots DIR it shows each page in turn,
- * saves it as a PNG in DIR, and cancels, changing nothing.
+ * the user's to work with; with --screenshots DIR it shows each page, each
+ * format panel and each of the sheet's dialogs in turn, saves them as PNG
+ * files in DIR, and cancels, changing nothing.
  */
 #include <windows.h>
 #include <winspool.h>
@@ -16,22 +17,43 @@
 #define PRINTER L"Quillora"
 
 static WCHAR g_szFolder[MAX_PATH];
-static int g_nPage;
 static HWND g_hSheet;
+static int g_nStep;
+static BOOL g_bAwaitingDialog;
 
-static BOOL CALLBACK FindSheet(HWND hwnd, LPARAM)
+/* What the headless run shows, in order: a step either shows something in
+ * the sheet and saves it, or presses a button whose modal dialog is saved
+ * and closed on a later tick. */
+enum StepKind { SHOW_PAGE, SHOW_PANEL, OPEN_DIALOG, FINISH };
+static const struct { StepKind kind; int page; int value; LPCWSTR pszFile; } g_Steps[] = {
+    { SHOW_PAGE, 0, 0, L"page-1" }, { SHOW_PAGE, 1, 0, L"page-2" }, { SHOW_PAGE, 2, 0, L"page-3" },
+    { SHOW_PANEL, 1, 0, L"panel-bmp" }, { SHOW_PANEL, 1, 1, L"panel-gif" }, { SHOW_PANEL, 1, 2, L"panel-jpeg" },
+    { SHOW_PANEL, 1, 3, L"panel-tiff" }, { SHOW_PANEL, 1, 4, L"panel-pcx" }, { SHOW_PANEL, 1, 5, L"panel-dcx" },
+    { OPEN_DIALOG, 0, 1002, L"save-profile" }, { OPEN_DIALOG, 0, 1003, L"profile-manager" },
+    { OPEN_DIALOG, 1, 1004, L"about" }, { FINISH, 0, 0, NULL },
+};
+
+struct DIALOGSEARCH { HWND hSheet, hFound; };
+
+static BOOL CALLBACK FindDialog(HWND hwnd, LPARAM lParam)
 {
+    DIALOGSEARCH *pSearch = (DIALOGSEARCH *)lParam;
     WCHAR cls[16];
     GetClassNameW(hwnd, cls, 16);
-    if (lstrcmpW(cls, L"#32770") == 0 && IsWindowVisible(hwnd) && FindWindowExW(hwnd, NULL, WC_TABCONTROLW, NULL)) {
-        g_hSheet = hwnd;
-        return FALSE;
-    }
+    if (lstrcmpW(cls, L"#32770") != 0 || !IsWindowVisible(hwnd))
+        return TRUE;
+    if (FindWindowExW(hwnd, NULL, WC_TABCONTROLW, NULL))
+        pSearch->hSheet = hwnd;
+    else if (IsWindowEnabled(hwnd))
+        pSearch->hFound = hwnd;
     return TRUE;
 }
 
-static BOOL SaveWindow(HWND hwnd, LPCWSTR pszPath)
+static BOOL SaveWindow(HWND hwnd, LPCWSTR pszName)
 {
+    WCHAR szPath[MAX_PATH + 64];
+    wsprintfW(szPath, L"%s\\%s.png", g_szFolder, pszName);
+    RedrawWindow(hwnd, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
     RECT rc;
     GetWindowRect(hwnd, &rc);
     int w = rc.right - rc.left, h = rc.bottom - rc.top;
@@ -48,36 +70,55 @@ static BOOL SaveWindow(HWND hwnd, LPCWSTR pszPath)
     HGDIOBJ hOld = SelectObject(hdcMem, hbm);
     BitBlt(hdcMem, 0, 0, w, h, hdcWindow, 0, 0, SRCCOPY);
     GdiFlush();
-    BOOL ok = pBits && WritePng(pszPath, (const DWORD *)pBits, w, h);
+    BOOL ok = pBits && WritePng(szPath, (const DWORD *)pBits, w, h);
     SelectObject(hdcMem, hOld);
     DeleteObject(hbm);
     DeleteDC(hdcMem);
     ReleaseDC(hwnd, hdcWindow);
+    Print(ok ? L"%s\n" : L"could not save %s\n", szPath);
     return ok;
 }
 
-/* One step per tick: show a page, let it paint, save it; then cancel. */
 static void CALLBACK ScreenshotTick(HWND, UINT, UINT_PTR, DWORD)
 {
-    if (!g_hSheet)
-        EnumThreadWindows(GetCurrentThreadId(), FindSheet, 0);
-    if (!g_hSheet)
+    DIALOGSEARCH search = { NULL, NULL };
+    EnumThreadWindows(GetCurrentThreadId(), FindDialog, (LPARAM)&search);
+    if (!search.hSheet)
         return;
-    HWND hTabs = (HWND)SendMessageW(g_hSheet, PSM_GETTABCONTROL, 0, 0);
-    int nPages = (int)SendMessageW(hTabs, TCM_GETITEMCOUNT, 0, 0);
-    if (g_nPage >= nPages) {
-        PostMessageW(g_hSheet, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+    g_hSheet = search.hSheet;
+    if (g_bAwaitingDialog) {
+        if (!search.hFound)
+            return;
+        SaveWindow(search.hFound, g_Steps[g_nStep].pszFile);
+        PostMessageW(search.hFound, WM_COMMAND, IDCANCEL, 0);
+        g_bAwaitingDialog = FALSE;
+        g_nStep++;
         return;
     }
-    SendMessageW(g_hSheet, PSM_SETCURSEL, g_nPage, 0);
-    RedrawWindow(g_hSheet, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    WCHAR szPath[MAX_PATH + 32];
-    wsprintfW(szPath, L"%s\\page-%d.png", g_szFolder, g_nPage + 1);
-    if (SaveWindow(g_hSheet, szPath))
-        Print(L"%s\n", szPath);
-    else
-        Print(L"could not save %s\n", szPath);
-    g_nPage++;
+    if (search.hFound)
+        return;                 /* a dialog from the last step is still closing */
+    const auto &step = g_Steps[g_nStep];
+    SendMessageW(g_hSheet, PSM_SETCURSEL, step.page, 0);
+    HWND hPage = (HWND)SendMessageW(g_hSheet, PSM_INDEXTOHWND, step.page, 0);
+    switch (step.kind) {
+    case SHOW_PAGE:
+        SaveWindow(g_hSheet, step.pszFile);
+        g_nStep++;
+        break;
+    case SHOW_PANEL:
+        SendDlgItemMessageW(hPage, 1020, CB_SETCURSEL, step.value, 0);
+        SendMessageW(hPage, WM_COMMAND, MAKEWPARAM(1020, CBN_SELCHANGE), (LPARAM)GetDlgItem(hPage, 1020));
+        SaveWindow(g_hSheet, step.pszFile);
+        g_nStep++;
+        break;
+    case OPEN_DIALOG:
+        g_bAwaitingDialog = TRUE;
+        PostMessageW(hPage, WM_COMMAND, MAKEWPARAM(step.value, BN_CLICKED), (LPARAM)GetDlgItem(hPage, step.value));
+        break;
+    case FINISH:
+        PostMessageW(g_hSheet, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+        break;
+    }
 }
 
 int wmain(int argc, WCHAR **argv)
