@@ -8,7 +8,7 @@
  */
 #include <windows.h>
 #include <winspool.h>
-#include "print.h"
+#include "console.h"
 
 #define PRINTER_NAME  L"Quillora"
 #define MODULE_NAME   L"QLRDRVUI.DLL"

@@ -11,7 +11,7 @@
 #include <prsht.h>
 #include <vector>
 #include "png.h"
-#include "print.h"
+#include "console.h"
 #include "record.h"
 
 #define PRINTER L"Quillora"

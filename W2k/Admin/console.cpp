@@ -1,4 +1,4 @@
-#include "print.h"
+#include "console.h"
 #include <stdarg.h>
 #include <stdio.h>
 

@@ -1,0 +1,155 @@
+/*
+ * qlradmin: the administrator's tool for Quillora profiles and settings
+ * records, built from the driver module's own code.
+ *
+ *   qlradmin list                          the profiles; "*" marks the current one
+ *   qlradmin show <name>                   a profile's settings, field by field
+ *   qlradmin export <name> <file.qlr>      a profile to a file
+ *   qlradmin import <file.qlr>             a file to a profile (replacing one of that name)
+ *   qlradmin deploy <file.qlr>             import, then make it the current profile
+ *   qlradmin rename <old> <new>
+ *   qlradmin delete <name>
+ *   qlradmin print printer <printer>       a printer's default settings record
+ *   qlradmin print file <file.qlr>         the record inside a profile file
+ *   qlradmin print raw <file>              a raw 3484-byte settings record
+ *
+ * Exit codes: 0 done, 1 refused or failed (with a message on stderr),
+ * 2 bad command line.  Nothing is stored when a command is refused.
+ */
+#include "profiles/profiles.h"
+#include "console.h"
+#include "recorddump.h"
+
+/* The module's code looks its resources up here; the tool uses none. */
+HINSTANCE g_hModule;
+
+static int Fail(LPCWSTR pszFormat, LPCWSTR pszArg)
+{
+    WCHAR sz[600];
+    wsprintfW(sz, pszFormat, pszArg);
+    DWORD cb;
+    char utf8[1800];
+    int n = WideCharToMultiByte(CP_UTF8, 0, sz, -1, utf8, sizeof(utf8), NULL, NULL);
+    if (n > 1)
+        WriteFile(GetStdHandle(STD_ERROR_HANDLE), utf8, n - 1, &cb, NULL);
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), "\n", 1, &cb, NULL);
+    return 1;
+}
+
+static int List(void)
+{
+    WCHAR szCurrent[PROFILE_NAME_CHARS], szName[PROFILE_NAME_CHARS];
+    ReadCurrentProfileName(szCurrent);
+    HKEY hKey;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, PROFILE_KEY, 0, KEY_READ, &hKey) != ERROR_SUCCESS)
+        return 0;
+    for (DWORD i = 0;; i++) {
+        DWORD cch = PROFILE_NAME_CHARS;
+        if (RegEnumKeyExW(hKey, i, szName, &cch, NULL, NULL, NULL, NULL) != ERROR_SUCCESS)
+            break;
+        Print(L"%s%s\n", lstrcmpW(szName, szCurrent) == 0 ? L"* " : L"  ", szName);
+    }
+    RegCloseKey(hKey);
+    return 0;
+}
+
+static int Show(LPCWSTR pszName)
+{
+    QLRDEVMODE dm;
+    if (!ReadProfile(pszName, &dm))
+        return Fail(L"No readable profile \"%s\".", pszName);
+    Print(L"Profile \"%s\":\n", pszName);
+    PrintRecord(&dm);
+    return 0;
+}
+
+static BOOL ReadWhole(LPCWSTR pszPath, void *pBuffer, DWORD cb)
+{
+    HANDLE h = CreateFileW(pszPath, GENERIC_READ, FILE_SHARE_READ, NULL, OPEN_EXISTING, 0, NULL);
+    if (h == INVALID_HANDLE_VALUE)
+        return FALSE;
+    DWORD cbRead = 0;
+    BOOL ok = GetFileSize(h, NULL) == cb && ReadFile(h, pBuffer, cb, &cbRead, NULL) && cbRead == cb;
+    CloseHandle(h);
+    return ok;
+}
+
+static int PrintPrinter(LPCWSTR pszPrinter)
+{
+    HANDLE hPrinter;
+    if (!OpenPrinterW((LPWSTR)pszPrinter, &hPrinter, NULL))
+        return Fail(L"No printer \"%s\".", pszPrinter);
+    PRINTER_INFO_2W *pInfo = (PRINTER_INFO_2W *)GetPrinterInfo(hPrinter, 2);
+    ClosePrinter(hPrinter);
+    const DEVMODEW *pdm = pInfo ? pInfo->pDevMode : NULL;
+    if (!pdm || pdm->dmSize != QLR_PUBLIC_SIZE || pdm->dmDriverExtra != QLR_PRIVATE_SIZE) {
+        LocalFree(pInfo);
+        return Fail(L"The printer \"%s\" keeps no Quillora settings record.", pszPrinter);
+    }
+    Print(L"Default settings of \"%s\":\n", pszPrinter);
+    PrintRecord((const QLRDEVMODE *)pdm);
+    LocalFree(pInfo);
+    return 0;
+}
+
+static int PrintFile(LPCWSTR pszKind, LPCWSTR pszPath)
+{
+    static BYTE buffer[3748];
+    BOOL bProfileFile = lstrcmpW(pszKind, L"file") == 0;
+    DWORD cb = bProfileFile ? 3748 : sizeof(QLRDEVMODE);
+    if (!ReadWhole(pszPath, buffer, cb))
+        return Fail(L"\"%s\" is not a file of the expected size.", pszPath);
+    if (bProfileFile && memcmp(buffer, PROFILE_FILE_MAGIC, 4) != 0)
+        return Fail(L"\"%s\" is not a Quillora profile file.", pszPath);
+    PrintRecord((const QLRDEVMODE *)(buffer + (bProfileFile ? 264 : 0)));
+    return 0;
+}
+
+static int Import(LPCWSTR pszPath, BOOL bMakeCurrent)
+{
+    WCHAR szName[PROFILE_NAME_CHARS];
+    if (!ImportProfileFile(pszPath, szName))
+        return Fail(L"\"%s\" was refused: not a readable Quillora profile file.", pszPath);
+    if (bMakeCurrent && !WriteCurrentProfileName(szName))
+        return Fail(L"\"%s\" was imported but could not be made the current profile.", szName);
+    Print(L"Imported \"%s\"%s\n", szName, bMakeCurrent ? L" as the current profile" : L"");
+    return 0;
+}
+
+static int Usage(void)
+{
+    Print(L"usage: qlradmin list | show <name> | export <name> <file> | import <file> | deploy <file>\n"
+          L"                | rename <old> <new> | delete <name> | print printer|file|raw <what>\n");
+    return 2;
+}
+
+int wmain(int argc, WCHAR **argv)
+{
+    if (argc < 2)
+        return Usage();
+    LPCWSTR cmd = argv[1];
+    if (!lstrcmpW(cmd, L"list") && argc == 2)
+        return List();
+    if (!lstrcmpW(cmd, L"show") && argc == 3)
+        return Show(argv[2]);
+    if (!lstrcmpW(cmd, L"export") && argc == 4)
+        return ExportProfileFile(argv[2], argv[3]) ? 0 : Fail(L"Could not export \"%s\".", argv[2]);
+    if (!lstrcmpW(cmd, L"import") && argc == 3)
+        return Import(argv[2], FALSE);
+    if (!lstrcmpW(cmd, L"deploy") && argc == 3)
+        return Import(argv[2], TRUE);
+    if (!lstrcmpW(cmd, L"rename") && argc == 4) {
+        if (!ProfileExists(argv[2]))
+            return Fail(L"No profile \"%s\".", argv[2]);
+        return RenameProfile(argv[2], argv[3]) ? 0 : Fail(L"Could not rename to \"%s\": the name is taken.", argv[3]);
+    }
+    if (!lstrcmpW(cmd, L"delete") && argc == 3)
+        return DeleteProfile(argv[2]) ? 0 : Fail(L"No profile \"%s\".", argv[2]);
+    if (!lstrcmpW(cmd, L"print") && argc == 4) {
+        if (!lstrcmpW(argv[2], L"printer"))
+            return PrintPrinter(argv[3]);
+        if (!lstrcmpW(argv[2], L"file") || !lstrcmpW(argv[2], L"raw"))
+            return PrintFile(argv[2], argv[3]);
+    }
+    return Usage();
+}
