@@ -7,6 +7,7 @@
  *   qlradmin export <name> <file.qlr>      a profile to a file
  *   qlradmin import <file.qlr>             a file to a profile (replacing one of that name)
  *   qlradmin deploy <file.qlr>             import, then make it the current profile
+ *   qlradmin capture <printer> <name>      a printer's default settings saved as a profile
  *   qlradmin rename <old> <new>
  *   qlradmin delete <name>
  *   qlradmin print printer <printer>       a printer's default settings record
@@ -74,22 +75,38 @@ static BOOL ReadWhole(LPCWSTR pszPath, void *pBuffer, DWORD cb)
     return ok;
 }
 
-static int PrintPrinter(LPCWSTR pszPrinter)
+/* The printer's default settings record, when it is one of this driver. */
+static BOOL PrinterRecord(LPCWSTR pszPrinter, QLRDEVMODE *pdm)
 {
     HANDLE hPrinter;
     if (!OpenPrinterW((LPWSTR)pszPrinter, &hPrinter, NULL))
-        return Fail(L"No printer \"%s\".", pszPrinter);
+        return FALSE;
     PRINTER_INFO_2W *pInfo = (PRINTER_INFO_2W *)GetPrinterInfo(hPrinter, 2);
     ClosePrinter(hPrinter);
-    const DEVMODEW *pdm = pInfo ? pInfo->pDevMode : NULL;
-    if (!pdm || pdm->dmSize != QLR_PUBLIC_SIZE || pdm->dmDriverExtra != QLR_PRIVATE_SIZE) {
-        LocalFree(pInfo);
-        return Fail(L"The printer \"%s\" keeps no Quillora settings record.", pszPrinter);
-    }
-    Print(L"Default settings of \"%s\":\n", pszPrinter);
-    PrintRecord((const QLRDEVMODE *)pdm);
+    const QLRDEVMODE *pStored = pInfo ? (const QLRDEVMODE *)pInfo->pDevMode : NULL;
+    BOOL ok = pStored && IsProfileRecord(pStored);
+    if (ok)
+        *pdm = *pStored;
     LocalFree(pInfo);
+    return ok;
+}
+
+static int PrintPrinter(LPCWSTR pszPrinter)
+{
+    QLRDEVMODE dm;
+    if (!PrinterRecord(pszPrinter, &dm))
+        return Fail(L"The printer \"%s\" is missing or keeps no Quillora settings record.", pszPrinter);
+    Print(L"Default settings of \"%s\":\n", pszPrinter);
+    PrintRecord(&dm);
     return 0;
+}
+
+static int Capture(LPCWSTR pszPrinter, LPCWSTR pszName)
+{
+    QLRDEVMODE dm;
+    if (!PrinterRecord(pszPrinter, &dm))
+        return Fail(L"The printer \"%s\" is missing or keeps no Quillora settings record.", pszPrinter);
+    return WriteProfile(pszName, &dm) ? 0 : Fail(L"Could not store the profile \"%s\".", pszName);
 }
 
 static int PrintFile(LPCWSTR pszKind, LPCWSTR pszPath)
@@ -119,7 +136,8 @@ static int Import(LPCWSTR pszPath, BOOL bMakeCurrent)
 static int Usage(void)
 {
     Print(L"usage: qlradmin list | show <name> | export <name> <file> | import <file> | deploy <file>\n"
-          L"                | rename <old> <new> | delete <name> | print printer|file|raw <what>\n");
+          L"                | capture <printer> <name> | rename <old> <new> | delete <name>\n"
+          L"                | print printer|file|raw <what>\n");
     return 2;
 }
 
@@ -138,6 +156,8 @@ int wmain(int argc, WCHAR **argv)
         return Import(argv[2], FALSE);
     if (!lstrcmpW(cmd, L"deploy") && argc == 3)
         return Import(argv[2], TRUE);
+    if (!lstrcmpW(cmd, L"capture") && argc == 4)
+        return Capture(argv[2], argv[3]);
     if (!lstrcmpW(cmd, L"rename") && argc == 4) {
         if (!ProfileExists(argv[2]))
             return Fail(L"No profile \"%s\".", argv[2]);
