@@ -24,7 +24,7 @@ typedef struct _PAGEDESC {
     int idPreview;                      /* 0: none */
     const int *pToolTips;    int nToolTips;
     void (*Init)(HWND hPage, PSHEETSTATE pSheet);       /* the page's own creation; null: none */
-    void (*Load)(HWND hPage, PSHEETSTATE pSheet);       /* null: nothing yet */
+    void (*Load)(HWND hPage, PSHEETSTATE pSheet);
     void (*Collect)(HWND hPage, PSHEETSTATE pSheet);
     void (*Command)(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
     void (*Shown)(HWND hPage, PSHEETSTATE pSheet);      /* WM_SHOWWINDOW showing the page */
