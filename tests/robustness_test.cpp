@@ -1,0 +1,142 @@
+// Malformed records at every export, each in a buffer of exactly the size
+// its header claims, ending against a page the process may not touch: any
+// read or write past what the header describes ends the test program.
+#include "driver.h"
+#include <stdio.h>
+#include <thread>
+#include <vector>
+
+namespace {
+
+// A buffer of n bytes whose end touches an inaccessible page.
+struct Guarded {
+    BYTE *base = NULL;
+    BYTE *p = NULL;
+    SIZE_T span = 0;
+    explicit Guarded(size_t n, BYTE fill)
+    {
+        SYSTEM_INFO si;
+        GetSystemInfo(&si);
+        size_t pages = (n + si.dwPageSize - 1) / si.dwPageSize + 1;
+        span = pages * si.dwPageSize;
+        base = (BYTE *)VirtualAlloc(NULL, span, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+        DWORD old;
+        VirtualProtect(base + span - si.dwPageSize, si.dwPageSize, PAGE_NOACCESS, &old);
+        p = base + span - si.dwPageSize - n;
+        memset(p, fill, n);
+    }
+    ~Guarded() { VirtualFree(base, 0, MEM_RELEASE); }
+    DEVMODEW *dm() { return (DEVMODEW *)p; }
+};
+
+const WORD g_Sizes[] = { 72, 76, 96, 98, 100, 150, 156, 188, 200, 212, 219, 220, 221, 300, 1000, 4000 };
+const WORD g_Extras[] = { 0, 1, 7, 8, 9, 40, 100, 3263, 3264, 3265, 5000 };
+const WORD g_Versions[] = { 0, 0x0320, 0x0401 };
+
+// A caller's record of the given layout in an honestly sized buffer.
+void Fill(Guarded *g, WORD size, WORD extra, WORD version, BYTE pattern)
+{
+    DEVMODEW *dm = g->dm();
+    dm->dmSize = size;
+    dm->dmDriverExtra = extra;
+    dm->dmSpecVersion = version;
+    dm->dmFields = 0xFFFFFFFF;
+    (void)pattern;
+}
+
+size_t Honest(WORD size, WORD extra)
+{
+    return (size_t)(size < 76 ? 76 : size) + extra;
+}
+
+TEST(Robustness, EveryLayoutAtEveryExport)
+{
+    const Driver &d = TheDriver();
+    ASSERT_NE(nullptr, d.ConvertDevMode);
+    int tried = 0;
+    for (WORD size : g_Sizes)
+        for (WORD extra : g_Extras)
+            for (WORD version : g_Versions)
+                for (BYTE pattern : { (BYTE)0x00, (BYTE)0x41, (BYTE)0xFF }) {
+                    Guarded in(Honest(size, extra), pattern);
+                    Fill(&in, size, extra, version, pattern);
+
+                    // Conversion into our layout and into the caller's own.
+                    Guarded ours(QLR_RECORD_SIZE, 0);
+                    ours.dm()->dmSize = QLR_PUBLIC_SIZE;
+                    ours.dm()->dmDriverExtra = QLR_PRIVATE_SIZE;
+                    LONG needed = QLR_RECORD_SIZE;
+                    d.ConvertDevMode(NULL, in.dm(), ours.dm(), &needed, CDM_CONVERT);
+                    Guarded theirs(Honest(size, extra), 0);
+                    Fill(&theirs, size, extra, version, 0);
+                    needed = (LONG)Honest(size, extra);
+                    d.ConvertDevMode(NULL, ours.dm(), theirs.dm(), &needed, CDM_CONVERT);
+                    Guarded nt(3452, 0);
+                    needed = 3452;
+                    d.ConvertDevMode(NULL, in.dm(), nt.dm(), &needed, CDM_CONVERT351);
+
+                    // Capabilities that build a record from the caller's.
+                    static BYTE out[64 * 41 * 2];
+                    for (WORD cap : { DC_FIELDS, DC_PAPERSIZE, DC_ENUMRESOLUTIONS, DC_PAPERNAMES })
+                        d.DeviceCapabilities(NULL, (PWSTR)L"Quillora", cap, out, in.dm());
+
+                    // Document properties: the answer in the smaller layout.
+                    size_t outSize = (size_t)(size < QLR_PUBLIC_SIZE ? size : QLR_PUBLIC_SIZE) +
+                                     (extra < QLR_PRIVATE_SIZE ? extra : QLR_PRIVATE_SIZE);
+                    Guarded answer(outSize < 76 ? 76 : outSize, 0);
+                    DOCUMENTPROPERTYHEADER h = {};
+                    h.cbSize = sizeof(h);
+                    h.pszPrinterName = (LPWSTR)L"Quillora";
+                    h.pdmIn = in.dm();
+                    h.pdmOut = answer.dm();
+                    h.cbOut = (DWORD)outSize;
+                    h.fMode = DM_IN_BUFFER | DM_OUT_BUFFER;
+                    d.DocumentPropertySheets(NULL, (LPARAM)&h);
+                    tried++;
+                }
+    printf("malformed records tried at every export: %d\n", tried);
+    EXPECT_EQ((int)(ARRAYSIZE(g_Sizes) * ARRAYSIZE(g_Extras) * ARRAYSIZE(g_Versions) * 3), tried);
+}
+
+// Eight threads asking with their own records: every answer is whole, never
+// a mixture of two callers' settings.
+TEST(Concurrency, DirectCallsFromEightThreadsGiveWholeRecords)
+{
+    const Driver &d = TheDriver();
+    std::vector<std::thread> threads;
+    int torn[8] = {};
+    for (int t = 0; t < 8; t++)
+        threads.emplace_back([&, t] {
+            QLRDEVMODE in;
+            DOCUMENTPROPERTYHEADER h = {};
+            h.cbSize = sizeof(h);
+            h.pdmOut = (PDEVMODEW)&in;
+            h.fMode = DM_OUT_BUFFER;
+            d.DocumentPropertySheets(NULL, (LPARAM)&h);
+            for (int i = 0; i < 200; i++) {
+                in.iOutputFormat = t % 6;
+                for (int k = 0; k < QLR_PATH_CHARS - 1; k++)
+                    in.szOutputFolder[k] = (WCHAR)(L'a' + t);
+                in.szOutputFolder[QLR_PATH_CHARS - 1] = 0;
+                QLRDEVMODE out;
+                h.pdmIn = (PDEVMODEW)&in;
+                h.pdmOut = (PDEVMODEW)&out;
+                h.fMode = DM_IN_BUFFER | DM_OUT_BUFFER;
+                d.DocumentPropertySheets(NULL, (LPARAM)&h);
+                WCHAR c = out.szOutputFolder[0];
+                for (int k = 1; k < QLR_PATH_CHARS - 1; k++)
+                    if (out.szOutputFolder[k] != c) {
+                        torn[t]++;
+                        break;
+                    }
+                if (out.iOutputFormat != (c - L'a') % 6)
+                    torn[t]++;
+            }
+        });
+    for (auto &th : threads)
+        th.join();
+    for (int t = 0; t < 8; t++)
+        EXPECT_EQ(0, torn[t]) << "thread " << t;
+}
+
+}  // namespace
