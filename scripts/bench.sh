@@ -3,8 +3,10 @@
 # side by side in one run under Wine.
 source "$(dirname "$0")/common.sh"
 qlr_need_packages
-qlr_build x64 skin_paint_bench
+qlr_build x64 QLRDRVUI qlrsetup skin_paint_bench driver_bench
 qlr_start_display
 qlr_start_wine
 qlr_unmanaged_windows
-"$WINE" "$QLR_BUILD/x64/bin/skin_paint_bench.exe"
+qlr_install_printer >/dev/null
+"$WINE" "$QLR_BUILD/x64/bin/driver_bench.exe"
+"$WINE" "$QLR_BUILD/x64/bin/skin_paint_bench.exe" | tail -n +2

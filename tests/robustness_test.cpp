@@ -139,4 +139,37 @@ TEST(Concurrency, DirectCallsFromEightThreadsGiveWholeRecords)
         EXPECT_EQ(0, torn[t]) << "thread " << t;
 }
 
+BOOL CALLBACK CountJobWindows(HWND hwnd, LPARAM lParam)
+{
+    WCHAR cls[16], title[4];
+    GetClassNameW(hwnd, cls, 16);
+    if (lstrcmpW(cls, L"QLR_UW") == 0 && GetWindowTextW(hwnd, title, 4) == 0)
+        ++*(int *)lParam;
+    return TRUE;
+}
+
+// Two printing threads creating device contexts at once start one window.
+TEST(Concurrency, RacingDocumentEventsStartOneJobWindow)
+{
+    typedef int (WINAPI *PFN_EVENT)(HANDLE, HDC, int, ULONG, PVOID, ULONG, PVOID);
+    PFN_EVENT event = (PFN_EVENT)(void *)GetProcAddress(TheDriver().hModule, "DrvDocumentEvent");
+    ASSERT_NE(nullptr, event);
+    int before = 0;
+    EnumWindows(CountJobWindows, (LPARAM)&before);
+    ASSERT_EQ(0, before) << "a job window is already on this desktop";
+    HANDLE go = CreateEventW(NULL, TRUE, FALSE, NULL);
+    int results[2] = {};
+    std::thread a([&] { WaitForSingleObject(go, INFINITE); results[0] = event(NULL, NULL, DOCUMENTEVENT_CREATEDCPRE, 0, NULL, 0, NULL); });
+    std::thread b([&] { WaitForSingleObject(go, INFINITE); results[1] = event(NULL, NULL, DOCUMENTEVENT_CREATEDCPRE, 0, NULL, 0, NULL); });
+    SetEvent(go);
+    a.join();
+    b.join();
+    CloseHandle(go);
+    EXPECT_EQ(1, results[0]);
+    EXPECT_EQ(1, results[1]);
+    int after = 0;
+    EnumWindows(CountJobWindows, (LPARAM)&after);
+    EXPECT_EQ(1, after);
+}
+
 }  // namespace
