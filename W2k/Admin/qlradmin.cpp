@@ -75,6 +75,8 @@ static BOOL ReadWhole(LPCWSTR pszPath, void *pBuffer, DWORD cb)
     return ok;
 }
 
+#define NO_PRINTER_RECORD L"The printer \"%s\" is missing or keeps no Quillora settings record."
+
 /* The printer's default settings record, when it is one of this driver. */
 static BOOL PrinterRecord(LPCWSTR pszPrinter, QLRDEVMODE *pdm)
 {
@@ -95,7 +97,7 @@ static int PrintPrinter(LPCWSTR pszPrinter)
 {
     QLRDEVMODE dm;
     if (!PrinterRecord(pszPrinter, &dm))
-        return Fail(L"The printer \"%s\" is missing or keeps no Quillora settings record.", pszPrinter);
+        return Fail(NO_PRINTER_RECORD, pszPrinter);
     Print(L"Default settings of \"%s\":\n", pszPrinter);
     PrintRecord(&dm);
     return 0;
@@ -105,7 +107,7 @@ static int Capture(LPCWSTR pszPrinter, LPCWSTR pszName)
 {
     QLRDEVMODE dm;
     if (!PrinterRecord(pszPrinter, &dm))
-        return Fail(L"The printer \"%s\" is missing or keeps no Quillora settings record.", pszPrinter);
+        return Fail(NO_PRINTER_RECORD, pszPrinter);
     return WriteProfile(pszName, &dm) ? 0 : Fail(L"Could not store the profile \"%s\".", pszName);
 }
 
