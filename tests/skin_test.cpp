@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include "skin/skin.h"
 #include "skin_host.h"
+#include "capture.h"
+#include "png.h"
 
 namespace {
 
@@ -382,40 +384,6 @@ TEST_F(Skin, PreviewShowsOnlyTheRowsThatFit)
 
 namespace {
 
-// Writes a 32-bit top-down DIB as a bottom-up 24-bit BMP file.
-bool WriteBmp(LPCWSTR path, const Dib &dib)
-{
-    int stride = (dib.width * 3 + 3) & ~3;
-    BITMAPFILEHEADER bf = {};
-    BITMAPINFOHEADER bi = {};
-    bi.biSize = sizeof(bi);
-    bi.biWidth = dib.width;
-    bi.biHeight = dib.height;
-    bi.biPlanes = 1;
-    bi.biBitCount = 24;
-    bi.biSizeImage = stride * dib.height;
-    bf.bfType = 0x4D42;
-    bf.bfOffBits = sizeof(bf) + sizeof(bi);
-    bf.bfSize = bf.bfOffBits + bi.biSizeImage;
-    std::vector<BYTE> pixels(bi.biSizeImage);
-    for (int y = 0; y < dib.height; y++)
-        for (int x = 0; x < dib.width; x++) {
-            DWORD v = dib.bits[y * dib.width + x];
-            BYTE *p = &pixels[(dib.height - 1 - y) * stride + x * 3];
-            p[0] = v & 0xFF;
-            p[1] = (v >> 8) & 0xFF;
-            p[2] = (v >> 16) & 0xFF;
-        }
-    HANDLE h = CreateFileW(path, GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, 0, NULL);
-    if (h == INVALID_HANDLE_VALUE)
-        return false;
-    DWORD written;
-    bool ok = WriteFile(h, &bf, sizeof(bf), &written, NULL) && WriteFile(h, &bi, sizeof(bi), &written, NULL) &&
-              WriteFile(h, pixels.data(), (DWORD)pixels.size(), &written, NULL);
-    CloseHandle(h);
-    return ok;
-}
-
 void Paste(Dib *canvas, const Dib &tile, int left, int top, int scale)
 {
     for (int y = 0; y < tile.height * scale; y++)
@@ -426,17 +394,13 @@ void Paste(Dib *canvas, const Dib &tile, int left, int top, int scale)
 
 Dib Capture(HWND control)
 {
-    RECT rc;
-    GetClientRect(control, &rc);
-    return DrawToDib(rc.right, rc.bottom, [&](HDC hdc) {
-        HDC hdcWindow = GetDC(control);
-        BitBlt(hdc, 0, 0, rc.right, rc.bottom, hdcWindow, 0, 0, SRCCOPY);
-        ReleaseDC(control, hdcWindow);
-    });
+    Dib dib;
+    CaptureWindow(control, FALSE, &dib.bits, &dib.width, &dib.height);
+    return dib;
 }
 
 // Every look side by side, twice the size, under the classic scheme, for a
-// person to look at: build/x64/skin-gallery.bmp.
+// person to look at: build/x64/skin-gallery.png.
 TEST_F(Skin, GalleryOfEveryLook)
 {
     const int scale = 2, cell = 130;
@@ -496,8 +460,8 @@ TEST_F(Skin, GalleryOfEveryLook)
 
     WCHAR path[MAX_PATH];
     GetModuleFileNameW(NULL, path, MAX_PATH);
-    lstrcpyW(wcsrchr(path, L'\\'), L"\\..\\skin-gallery.bmp");
-    EXPECT_TRUE(WriteBmp(path, canvas)) << GetLastError();
+    lstrcpyW(wcsrchr(path, L'\\'), L"\\..\\skin-gallery.png");
+    EXPECT_TRUE(WritePng(path, canvas.bits.data(), canvas.width, canvas.height)) << GetLastError();
 }
 
 }  // namespace

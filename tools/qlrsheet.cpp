@@ -10,6 +10,7 @@
 #include <commctrl.h>
 #include <prsht.h>
 #include <vector>
+#include "capture.h"
 #include "png.h"
 #include "console.h"
 #include "record.h"
@@ -54,27 +55,9 @@ static BOOL SaveWindow(HWND hwnd, LPCWSTR pszName)
     WCHAR szPath[MAX_PATH + 64];
     wsprintfW(szPath, L"%s\\%s.png", g_szFolder, pszName);
     RedrawWindow(hwnd, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    RECT rc;
-    GetWindowRect(hwnd, &rc);
-    int w = rc.right - rc.left, h = rc.bottom - rc.top;
-    BITMAPINFO bmi = {};
-    bmi.bmiHeader.biSize = sizeof(bmi.bmiHeader);
-    bmi.bmiHeader.biWidth = w;
-    bmi.bmiHeader.biHeight = -h;
-    bmi.bmiHeader.biPlanes = 1;
-    bmi.bmiHeader.biBitCount = 32;
-    void *pBits = NULL;
-    HDC hdcWindow = GetWindowDC(hwnd);
-    HDC hdcMem = CreateCompatibleDC(hdcWindow);
-    HBITMAP hbm = CreateDIBSection(hdcMem, &bmi, DIB_RGB_COLORS, &pBits, NULL, 0);
-    HGDIOBJ hOld = SelectObject(hdcMem, hbm);
-    BitBlt(hdcMem, 0, 0, w, h, hdcWindow, 0, 0, SRCCOPY);
-    GdiFlush();
-    BOOL ok = pBits && WritePng(szPath, (const DWORD *)pBits, w, h);
-    SelectObject(hdcMem, hOld);
-    DeleteObject(hbm);
-    DeleteDC(hdcMem);
-    ReleaseDC(hwnd, hdcWindow);
+    std::vector<DWORD> pixels;
+    int w, h;
+    BOOL ok = CaptureWindow(hwnd, TRUE, &pixels, &w, &h) && WritePng(szPath, pixels.data(), w, h);
     Print(ok ? L"%s\n" : L"could not save %s\n", szPath);
     return ok;
 }
