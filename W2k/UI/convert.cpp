@@ -129,9 +129,9 @@ static BOOL WriteDriverDefault(LPWSTR pPrinterName, PDEVMODEW pdmOut, PLONG pcbN
 BOOL WINAPI DrvConvertDevMode(LPWSTR pPrinterName, PDEVMODEW pdmIn, PDEVMODEW pdmOut,
                               PLONG pcbNeeded, DWORD fMode)
 {
-    Trace(L"DrvConvertDevMode: printer %s, in %p, out %p, needed %d, mode %d",
-          pPrinterName ? pPrinterName : L"(none)", pdmIn, pdmOut,
-          pcbNeeded ? (int)*pcbNeeded : -1, (int)fMode);
+    /* No trace here: the spooler converts on every job and every exchange of
+     * settings, and one OutputDebugStringW (an exception raised and passed
+     * over) costs a few hundred times the copy itself. */
     if (!pcbNeeded)
         return Fail(ERROR_INVALID_PARAMETER);
 
