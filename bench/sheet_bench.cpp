@@ -100,7 +100,7 @@ int main()
     WCHAR path[MAX_PATH];
     GetModuleFileNameW(NULL, path, MAX_PATH);
     lstrcpyW(wcsrchr(path, L'\\') + 1, L"QLRDRVUI.DLL");
-    HMODULE hTemplates = LoadLibraryExW(path, NULL, LOAD_LIBRARY_AS_DATAFILE);
+    HMODULE hTemplates = LoadLibraryW(path);   // as a module, like the driver's own sheet has it
     HANDLE hPrinter;
     if (!hTemplates || !OpenPrinterW((LPWSTR)PRINTER, &hPrinter, NULL)) {
         printf("the module or the printer is missing\n");

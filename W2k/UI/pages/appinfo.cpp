@@ -67,9 +67,18 @@ static void ShowBlock(HWND hPage, BOOL bShow)
         ShowWindow(GetDlgItem(hPage, id), bShow ? SW_SHOW : SW_HIDE);
 }
 
+/* The shell's icons are the page's to destroy; the system's default icon is
+ * shared and never is.  A static control destroys nothing it is given. */
 static void SetIcon(HWND hPage, HICON hIcon)
 {
-    SendDlgItemMessageW(hPage, IDC_APP_ICON, STM_SETICON, (WPARAM)hIcon, 0);
+    HICON hOld = (HICON)SendDlgItemMessageW(hPage, IDC_APP_ICON, STM_SETICON, (WPARAM)hIcon, 0);
+    if (hOld && hOld != hIcon && hOld != LoadIconW(NULL, IDI_APPLICATION))
+        DestroyIcon(hOld);
+}
+
+void ReleaseApplicationIcon(HWND hPage)
+{
+    SetIcon(hPage, NULL);
 }
 
 static void ClearTexts(HWND hPage)

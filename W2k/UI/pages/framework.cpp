@@ -321,6 +321,8 @@ INT_PTR PageDialogProc(const PAGEDESC *pDesc, HWND hDlg, UINT msg, WPARAM wParam
             pDesc->Shown(hDlg, pSheet);
         return FALSE;
     case WM_DESTROY:
+        if (pDesc->Destroyed)
+            pDesc->Destroyed(hDlg);
         if (pSheet) {
             if (pSheet->hwndToolTips[pDesc->iPage])
                 DestroyWindow(pSheet->hwndToolTips[pDesc->iPage]);

@@ -40,12 +40,12 @@ static const int g_OutputTips[] = {
 const PAGEDESC g_PageDescs[PAGE_COUNT] = {
     { PAGE_SETUP, HELP_PAGE_SETUP, TRUE, LIST(g_SetupPush), LIST(g_SetupCheck), LIST(g_SetupRadio),
       LIST(g_SetupGroup), IDC_PREVIEW, LIST(g_SetupTips),
-      InitPageSetup, LoadPageSetup, CollectPageSetup, OnPageSetupCommand, NULL },
+      InitPageSetup, LoadPageSetup, CollectPageSetup, OnPageSetupCommand, NULL, NULL },
     { PAGE_FORMAT, HELP_FORMAT, FALSE, LIST(g_FormatPush), NULL, 0, NULL, 0, NULL, 0, 0,
-      LIST(g_FormatTips), InitFormatPage, LoadFormatPage, CollectFormatPage, OnFormatPageCommand, NULL },
+      LIST(g_FormatTips), InitFormatPage, LoadFormatPage, CollectFormatPage, OnFormatPageCommand, NULL, NULL },
     { PAGE_OUTPUT, HELP_OUTPUT, FALSE, LIST(g_OutputPush), LIST(g_OutputCheck), LIST(g_OutputRadio),
       NULL, 0, 0, LIST(g_OutputTips), NULL, LoadOutputPage, CollectOutputPage, OnOutputPageCommand,
-      RefreshApplicationInfo },
+      RefreshApplicationInfo, ReleaseApplicationIcon },
 };
 
 INT_PTR CALLBACK PageSetupDlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam)

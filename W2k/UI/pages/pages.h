@@ -28,6 +28,7 @@ typedef struct _PAGEDESC {
     void (*Collect)(HWND hPage, PSHEETSTATE pSheet);
     void (*Command)(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
     void (*Shown)(HWND hPage, PSHEETSTATE pSheet);      /* WM_SHOWWINDOW showing the page */
+    void (*Destroyed)(HWND hPage);      /* WM_DESTROY: what the page owns beyond its windows */
 } PAGEDESC;
 
 extern const PAGEDESC g_PageDescs[PAGE_COUNT];
@@ -80,6 +81,7 @@ void OnOutputPageCommand(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
 /* appinfo.cpp */
 void LookupAssociatedApplication(LPCWSTR pszExtension, WCHAR szPath[520]);
 void RefreshApplicationInfo(HWND hPage, PSHEETSTATE pSheet);
+void ReleaseApplicationIcon(HWND hPage);
 
 /* lengths.cpp: custom paper lengths in whole steps of their unit */
 int  ConvertLength(int value, int fromUnit, int toUnit, int resolution);
