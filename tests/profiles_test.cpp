@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 #include "profiles/profiles.h"
+#include "files.h"
 
 namespace {
 
@@ -164,34 +165,6 @@ TEST_F(ProfileStore, RenameKeepsTheCurrentProfileAndRefusesTakenNames)
 
     EXPECT_FALSE(RenameProfile(L"no such qlr profile", L"qlr test B"));
     EXPECT_FALSE(ProfileExists(L"qlr test B"));
-}
-
-std::wstring TempFile(LPCWSTR name)
-{
-    WCHAR dir[MAX_PATH];
-    GetTempPathW(MAX_PATH, dir);
-    return std::wstring(dir) + name;
-}
-
-std::vector<BYTE> ReadBytes(const std::wstring &path)
-{
-    std::vector<BYTE> bytes;
-    HANDLE h = CreateFileW(path.c_str(), GENERIC_READ, 0, NULL, OPEN_EXISTING, 0, NULL);
-    if (h == INVALID_HANDLE_VALUE)
-        return bytes;
-    bytes.resize(GetFileSize(h, NULL));
-    DWORD cb = 0;
-    ReadFile(h, bytes.data(), (DWORD)bytes.size(), &cb, NULL);
-    CloseHandle(h);
-    return bytes;
-}
-
-void WriteBytes(const std::wstring &path, const std::vector<BYTE> &bytes)
-{
-    HANDLE h = CreateFileW(path.c_str(), GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, 0, NULL);
-    DWORD cb = 0;
-    WriteFile(h, bytes.data(), (DWORD)bytes.size(), &cb, NULL);
-    CloseHandle(h);
 }
 
 TEST_F(ProfileStore, FilesRoundTripTheStoredRecord)

@@ -2,46 +2,25 @@
 // its header claims, ending against a page the process may not touch: any
 // read or write past what the header describes ends the test program.
 #include "driver.h"
+#include "guarded.h"
 #include <stdio.h>
 #include <thread>
 #include <vector>
 
 namespace {
 
-// A buffer of n bytes whose end touches an inaccessible page.
-struct Guarded {
-    BYTE *base = NULL;
-    BYTE *p = NULL;
-    SIZE_T span = 0;
-    explicit Guarded(size_t n, BYTE fill)
-    {
-        SYSTEM_INFO si;
-        GetSystemInfo(&si);
-        size_t pages = (n + si.dwPageSize - 1) / si.dwPageSize + 1;
-        span = pages * si.dwPageSize;
-        base = (BYTE *)VirtualAlloc(NULL, span, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
-        DWORD old;
-        VirtualProtect(base + span - si.dwPageSize, si.dwPageSize, PAGE_NOACCESS, &old);
-        p = base + span - si.dwPageSize - n;
-        memset(p, fill, n);
-    }
-    ~Guarded() { VirtualFree(base, 0, MEM_RELEASE); }
-    DEVMODEW *dm() { return (DEVMODEW *)p; }
-};
-
 const WORD g_Sizes[] = { 72, 76, 96, 98, 100, 150, 156, 188, 200, 212, 219, 220, 221, 300, 1000, 4000 };
 const WORD g_Extras[] = { 0, 1, 7, 8, 9, 40, 100, 3263, 3264, 3265, 5000 };
 const WORD g_Versions[] = { 0, 0x0320, 0x0401 };
 
 // A caller's record of the given layout in an honestly sized buffer.
-void Fill(Guarded *g, WORD size, WORD extra, WORD version, BYTE pattern)
+void Fill(Guarded *g, WORD size, WORD extra, WORD version)
 {
     DEVMODEW *dm = g->dm();
     dm->dmSize = size;
     dm->dmDriverExtra = extra;
     dm->dmSpecVersion = version;
     dm->dmFields = 0xFFFFFFFF;
-    (void)pattern;
 }
 
 size_t Honest(WORD size, WORD extra)
@@ -59,7 +38,7 @@ TEST(Robustness, EveryLayoutAtEveryExport)
             for (WORD version : g_Versions)
                 for (BYTE pattern : { (BYTE)0x00, (BYTE)0x41, (BYTE)0xFF }) {
                     Guarded in(Honest(size, extra), pattern);
-                    Fill(&in, size, extra, version, pattern);
+                    Fill(&in, size, extra, version);
 
                     // Conversion into our layout and into the caller's own.
                     Guarded ours(QLR_RECORD_SIZE, 0);
@@ -68,7 +47,7 @@ TEST(Robustness, EveryLayoutAtEveryExport)
                     LONG needed = QLR_RECORD_SIZE;
                     d.ConvertDevMode(NULL, in.dm(), ours.dm(), &needed, CDM_CONVERT);
                     Guarded theirs(Honest(size, extra), 0);
-                    Fill(&theirs, size, extra, version, 0);
+                    Fill(&theirs, size, extra, version);
                     needed = (LONG)Honest(size, extra);
                     d.ConvertDevMode(NULL, ours.dm(), theirs.dm(), &needed, CDM_CONVERT);
                     Guarded nt(3452, 0);

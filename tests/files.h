@@ -1,0 +1,37 @@
+// Whole files in and out, for tests that write what a user might import.
+#ifndef QLR_TESTS_FILES_H
+#define QLR_TESTS_FILES_H
+
+#include <windows.h>
+#include <string>
+#include <vector>
+
+inline std::wstring TempFile(LPCWSTR name)
+{
+    WCHAR dir[MAX_PATH];
+    GetTempPathW(MAX_PATH, dir);
+    return std::wstring(dir) + name;
+}
+
+inline std::vector<BYTE> ReadBytes(const std::wstring &path)
+{
+    std::vector<BYTE> bytes;
+    HANDLE h = CreateFileW(path.c_str(), GENERIC_READ, 0, NULL, OPEN_EXISTING, 0, NULL);
+    if (h == INVALID_HANDLE_VALUE)
+        return bytes;
+    bytes.resize(GetFileSize(h, NULL));
+    DWORD cb = 0;
+    ReadFile(h, bytes.data(), (DWORD)bytes.size(), &cb, NULL);
+    CloseHandle(h);
+    return bytes;
+}
+
+inline void WriteBytes(const std::wstring &path, const std::vector<BYTE> &bytes)
+{
+    HANDLE h = CreateFileW(path.c_str(), GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, 0, NULL);
+    DWORD cb = 0;
+    WriteFile(h, bytes.data(), (DWORD)bytes.size(), &cb, NULL);
+    CloseHandle(h);
+}
+
+#endif

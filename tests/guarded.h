@@ -1,0 +1,30 @@
+// A buffer of n bytes whose end touches a page the process may not touch:
+// any read or write past it ends the test program at once.
+#ifndef QLR_TESTS_GUARDED_H
+#define QLR_TESTS_GUARDED_H
+
+#include <windows.h>
+#include <string.h>
+
+struct Guarded {
+    BYTE *base = NULL;
+    BYTE *p = NULL;
+    explicit Guarded(size_t n, BYTE fill = 0)
+    {
+        SYSTEM_INFO si;
+        GetSystemInfo(&si);
+        size_t span = ((n + si.dwPageSize - 1) / si.dwPageSize + 1) * si.dwPageSize;
+        base = (BYTE *)VirtualAlloc(NULL, span, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+        DWORD old;
+        VirtualProtect(base + span - si.dwPageSize, si.dwPageSize, PAGE_NOACCESS, &old);
+        p = base + span - si.dwPageSize - n;
+        memset(p, fill, n);
+    }
+    ~Guarded() { VirtualFree(base, 0, MEM_RELEASE); }
+    Guarded(const Guarded &) = delete;
+    Guarded &operator=(const Guarded &) = delete;
+    template <typename T> T *as() { return (T *)p; }
+    DEVMODEW *dm() { return (DEVMODEW *)p; }
+};
+
+#endif
