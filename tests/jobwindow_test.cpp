@@ -1,6 +1,7 @@
 // The job window as the spooler's events create it and as the rendering
 // module, a second process, talks to it.
 #include "driver.h"
+#include "guarded.h"
 #include <tlhelp32.h>
 #include <string>
 #include <vector>
@@ -77,9 +78,25 @@ std::vector<ShellCall> g_shellCalls;
 typedef HINSTANCE (WINAPI *PFN_SHELLEXECUTEA)(HWND, LPCSTR, LPCSTR, LPCSTR, LPCSTR, INT);
 PFN_SHELLEXECUTEA g_realShellExecute;
 
+// A dry run records the call without starting anything, and counts the
+// strings that do not end inside the block the request came in.
+bool g_bDryRun;
+const BYTE *g_blockStart, *g_blockEnd;
+int g_overruns;
+
+bool EndsInBlock(LPCSTR s)
+{
+    const BYTE *p = (const BYTE *)s;
+    return !s || p < g_blockStart || p >= g_blockEnd || memchr(p, 0, g_blockEnd - p);
+}
+
 HINSTANCE WINAPI RecordShellExecute(HWND hwnd, LPCSTR verb, LPCSTR file, LPCSTR params, LPCSTR dir, INT show)
 {
-    HINSTANCE result = g_realShellExecute(hwnd, verb, file, params, dir, show);
+    if (g_bDryRun && !(EndsInBlock(file) && EndsInBlock(params))) {
+        g_overruns++;
+        return (HINSTANCE)42;
+    }
+    HINSTANCE result = g_bDryRun ? (HINSTANCE)42 : g_realShellExecute(hwnd, verb, file, params, dir, show);
     g_shellCalls.push_back({ file ? file : "", params ? params : "", show, (INT_PTR)result });
     return result;
 }
@@ -220,6 +237,42 @@ TEST_F(JobWindow, MalformedRequestsAreIgnoredAndAbortEndsTheLatestJob)
     ASSERT_EQ(1u, g_aborted.size());
     EXPECT_EQ((HDC)0x4321, g_aborted[0]) << "the device context of the latest job";
     EXPECT_NE(nullptr, FindWindowW(L"QLR_UW", L"")) << "the window survives";
+}
+
+// Blocks of every length up to 600 bytes, each ending against a page the
+// process may not touch: without NULs, with the file name ended but not the
+// program, and all zeros.  Only a block holding both strings opens anything.
+TEST_F(JobWindow, RequestsOfEveryLengthAreReadOnlyWithinTheirBlock)
+{
+    ASSERT_EQ(1, Event(NULL, NULL, DOCUMENTEVENT_CREATEDCPRE, 0, NULL, 0, NULL));
+    HWND hwnd = FindWindowW(L"QLR_UW", L"");
+    ASSERT_NE(nullptr, hwnd);
+    ASSERT_TRUE(HookShellExecute(TheDriver().hModule));
+    g_shellCalls.clear();
+    g_bDryRun = true;
+    g_overruns = 0;
+    const DWORD FILE_AT = 4, APP_AT = 264;
+    int tried = 0, whole = 0;
+    for (DWORD len = 0; len <= 600; len++)
+        for (int shape = 0; shape < 3; shape++) {
+            Guarded block(len, shape == 2 ? 0 : 'A');
+            if (len >= 4)
+                memset(block.p, 0, 4);                      // an open request
+            if (shape == 1 && len > FILE_AT + 259)
+                block.p[FILE_AT + 259] = 0;
+            COPYDATASTRUCT cds = { 0, len, block.p };
+            g_blockStart = block.p;
+            g_blockEnd = block.p + len;
+            SendMessageW(hwnd, WM_COPYDATA, 0, (LPARAM)&cds);
+            whole += shape == 2 && len > APP_AT;
+            tried++;
+        }
+    g_bDryRun = false;
+    printf("copy-data blocks tried: %d, %d of them whole requests\n", tried, whole);
+    EXPECT_EQ(0, g_overruns) << "strings read past the end of their block";
+    EXPECT_EQ((size_t)whole, g_shellCalls.size());
+    for (const ShellCall &call : g_shellCalls)
+        EXPECT_EQ("", call.file + call.params);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <string>
 #include "pages/pages.h"
 #include "profiles/profiles.h"
+#include "guarded.h"
 #include <commctrl.h>
 
 namespace {
@@ -216,15 +217,46 @@ TEST(Macros, DateAndTimeComeFromTheLocalClock)
     FAIL() << "the clock kept turning over";
 }
 
+// Expands into an example buffer that ends against an inaccessible page.
+std::wstring ExpandGuarded(const std::wstring &mask)
+{
+    SHEETSTATE sheet = {};
+    sheet.work.iOutputFormat = FORMAT_JPEG;
+    Guarded out(EXAMPLE_CHARS * sizeof(WCHAR), 0xCC);
+    ExpandFileNameMask(NULL, &sheet, mask.c_str(), out.as<WCHAR>());
+    return std::wstring(out.as<WCHAR>(), wcsnlen(out.as<WCHAR>(), EXAMPLE_CHARS));
+}
+
 TEST(Macros, TheExampleNeverOverrunsItsBuffer)
 {
-    // Longer than a record's mask can be, so that the expansion would pass
-    // the 1024 characters of the example.
-    std::wstring mask;
-    for (int i = 0; i < 60; i++)
+    // The longest mask a record holds: 25 macros and an unclosed opening.
+    std::wstring mask, expected;
+    while (mask.size() + 10 <= QLR_PATH_CHARS - 1) {
         mask += L"&[DocName]";
-    std::wstring out = Expand(mask.c_str());
-    EXPECT_EQ((size_t)EXAMPLE_CHARS - 1, out.size());
+        expected += L"example_document_name";
+    }
+    mask += std::wstring(L"&[DocName]").substr(0, QLR_PATH_CHARS - 1 - mask.size());
+    expected += mask.substr(mask.size() - 9);
+    ASSERT_EQ((size_t)QLR_PATH_CHARS - 1, mask.size());
+    EXPECT_EQ(expected, ExpandGuarded(mask));
+
+    // Masks of every length up to twice what the example holds, in patterns
+    // that grow, shrink, or stop inside a macro: always a terminated
+    // example of at most 1023 characters.
+    const LPCWSTR patterns[] = { L"&[DocName]", L"&[Date]&", L"&[", L"x&[NoSuchMacroName]", L"&[&[Type]]" };
+    int tried = 0;
+    for (LPCWSTR pattern : patterns) {
+        std::wstring repeated;
+        while (repeated.size() < 2 * EXAMPLE_CHARS)
+            repeated += pattern;
+        for (size_t len = 0; len <= 2 * EXAMPLE_CHARS; len++, tried++) {
+            std::wstring out = ExpandGuarded(repeated.substr(0, len));
+            ASSERT_LT(out.size(), (size_t)EXAMPLE_CHARS) << pattern << " at length " << len;
+        }
+    }
+    std::wstring longName = L"&[" + std::wstring(4 * QLR_PATH_CHARS, L'N') + L"]tail";
+    EXPECT_EQ(L"tail", ExpandGuarded(longName)) << "a name longer than any mask expands to nothing";
+    printf("file-name masks expanded: %d\n", tried + 2);
 }
 
 // File associations as the shell keeps them, made for one test and removed.

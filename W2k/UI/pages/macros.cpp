@@ -85,6 +85,7 @@ void ExpandFileNameMask(HWND hPage, PSHEETSTATE pSheet, LPCWSTR pszMask, WCHAR s
 {
     (void)hPage;
     OUTPUT out = { szOut, EXAMPLE_CHARS };
+    szOut[0] = 0;               /* Append measures what is already there */
     const WCHAR *s = pszMask;
     const WCHAR *p = FindOpening(s);
     while (p) {

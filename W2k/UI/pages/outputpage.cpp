@@ -12,7 +12,7 @@ static const int g_CustomViewerControls[] = { IDC_VIEWER_PARAMS, IDC_PARAMS_LABE
 
 static void ShowExample(HWND hPage, PSHEETSTATE pSheet, LPCWSTR pszMask)
 {
-    WCHAR szExample[EXAMPLE_CHARS] = L"";
+    WCHAR szExample[EXAMPLE_CHARS];
     ExpandFileNameMask(hPage, pSheet, pszMask, szExample);
     SetDlgItemTextW(hPage, IDC_EXAMPLE_NAME, szExample);
 }
