@@ -77,6 +77,40 @@ TEST(Robustness, EveryLayoutAtEveryExport)
     EXPECT_EQ((int)(ARRAYSIZE(g_Sizes) * ARRAYSIZE(g_Extras) * ARRAYSIZE(g_Versions) * 3), tried);
 }
 
+// Conversion both ways for every header size up to well past the largest
+// public part, and every private size up to well past ours.
+TEST(Robustness, EverySizeAndExtraTheHeaderClaimsInConversion)
+{
+    const Driver &d = TheDriver();
+    ASSERT_NE(nullptr, d.ConvertDevMode);
+    auto convert = [&](WORD size, WORD extra, BYTE pattern) {
+        Guarded in(Honest(size, extra), pattern);
+        Fill(&in, size, extra, 0x0401);
+        Guarded ours(QLR_RECORD_SIZE, 0);
+        ours.dm()->dmSize = QLR_PUBLIC_SIZE;
+        ours.dm()->dmDriverExtra = QLR_PRIVATE_SIZE;
+        LONG needed = QLR_RECORD_SIZE;
+        d.ConvertDevMode(NULL, in.dm(), ours.dm(), &needed, CDM_CONVERT);
+        Guarded theirs(Honest(size, extra), 0);
+        Fill(&theirs, size, extra, 0x0401);
+        needed = (LONG)Honest(size, extra);
+        d.ConvertDevMode(NULL, ours.dm(), theirs.dm(), &needed, CDM_CONVERT);
+    };
+    int tried = 0;
+    for (WORD size = 0; size <= 1100; size++)
+        for (WORD extra : { 0, 3264, 5000 })
+            for (BYTE pattern : { (BYTE)0x00, (BYTE)0xFF }) {
+                convert(size, extra, pattern);
+                tried++;
+            }
+    for (WORD extra = 0; extra <= 3600; extra++)
+        for (WORD size : { 76, 188, 220 }) {
+            convert(size, extra, 0x41);
+            tried++;
+        }
+    printf("header sizes converted both ways: %d\n", tried);
+}
+
 // Eight threads asking with their own records: every answer is whole, never
 // a mixture of two callers' settings.
 TEST(Concurrency, DirectCallsFromEightThreadsGiveWholeRecords)
