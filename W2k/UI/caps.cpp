@@ -152,10 +152,10 @@ static DWORD AnswerFromRecord(WORD cap, void *pvOutput, const DEVMODEW *pDevMode
 DWORD WINAPI DrvDeviceCapabilities(HANDLE hPrinter, PWSTR pDeviceName, WORD iDevCap,
                                    VOID *pvOutput, PDEVMODEW pDevMode)
 {
-    Trace(L"DrvDeviceCapabilities: printer %lx, device %s, capability %d, output %lx, devmode %lx",
-          (DWORD)(DWORD_PTR)hPrinter, pDeviceName ? pDeviceName : L"(none)", iDevCap,
-          (DWORD)(DWORD_PTR)pvOutput, (DWORD)(DWORD_PTR)pDevMode);
-
+    /* No entry trace: a print dialog asks one capability per call, dozens of
+     * them, and the record built below traces its own steps.  The handle,
+     * not the device name, says which printer's settings take part. */
+    (void)pDeviceName;
     DWORD answer;
     if (iDevCap == DC_MINEXTENT)
         return WriteExtent(pvOutput, MAKELONG(QLR_MIN_PAPER_EXTENT, QLR_MIN_PAPER_EXTENT));
