@@ -28,6 +28,21 @@ size_t Honest(WORD size, WORD extra)
     return (size_t)(size < 76 ? 76 : size) + extra;
 }
 
+// Conversion of a caller's record into our layout, then back into the
+// caller's own layout in a buffer of its honest size.
+void ConvertBothWays(const Driver &d, DEVMODEW *in, WORD version)
+{
+    Guarded ours(QLR_RECORD_SIZE, 0);
+    ours.dm()->dmSize = QLR_PUBLIC_SIZE;
+    ours.dm()->dmDriverExtra = QLR_PRIVATE_SIZE;
+    LONG needed = QLR_RECORD_SIZE;
+    d.ConvertDevMode(NULL, in, ours.dm(), &needed, CDM_CONVERT);
+    Guarded theirs(Honest(in->dmSize, in->dmDriverExtra), 0);
+    Fill(&theirs, in->dmSize, in->dmDriverExtra, version);
+    needed = (LONG)Honest(in->dmSize, in->dmDriverExtra);
+    d.ConvertDevMode(NULL, ours.dm(), theirs.dm(), &needed, CDM_CONVERT);
+}
+
 TEST(Robustness, EveryLayoutAtEveryExport)
 {
     const Driver &d = TheDriver();
@@ -40,18 +55,9 @@ TEST(Robustness, EveryLayoutAtEveryExport)
                     Guarded in(Honest(size, extra), pattern);
                     Fill(&in, size, extra, version);
 
-                    // Conversion into our layout and into the caller's own.
-                    Guarded ours(QLR_RECORD_SIZE, 0);
-                    ours.dm()->dmSize = QLR_PUBLIC_SIZE;
-                    ours.dm()->dmDriverExtra = QLR_PRIVATE_SIZE;
-                    LONG needed = QLR_RECORD_SIZE;
-                    d.ConvertDevMode(NULL, in.dm(), ours.dm(), &needed, CDM_CONVERT);
-                    Guarded theirs(Honest(size, extra), 0);
-                    Fill(&theirs, size, extra, version);
-                    needed = (LONG)Honest(size, extra);
-                    d.ConvertDevMode(NULL, ours.dm(), theirs.dm(), &needed, CDM_CONVERT);
+                    ConvertBothWays(d, in.dm(), version);
                     Guarded nt(3452, 0);
-                    needed = 3452;
+                    LONG needed = 3452;
                     d.ConvertDevMode(NULL, in.dm(), nt.dm(), &needed, CDM_CONVERT351);
 
                     // Capabilities that build a record from the caller's.
@@ -95,15 +101,7 @@ TEST(Robustness, EverySizeAndExtraTheHeaderClaimsInConversion)
     auto convert = [&](WORD size, WORD extra, BYTE pattern) {
         Guarded in(Honest(size, extra), pattern);
         Fill(&in, size, extra, 0x0401);
-        Guarded ours(QLR_RECORD_SIZE, 0);
-        ours.dm()->dmSize = QLR_PUBLIC_SIZE;
-        ours.dm()->dmDriverExtra = QLR_PRIVATE_SIZE;
-        LONG needed = QLR_RECORD_SIZE;
-        d.ConvertDevMode(NULL, in.dm(), ours.dm(), &needed, CDM_CONVERT);
-        Guarded theirs(Honest(size, extra), 0);
-        Fill(&theirs, size, extra, 0x0401);
-        needed = (LONG)Honest(size, extra);
-        d.ConvertDevMode(NULL, ours.dm(), theirs.dm(), &needed, CDM_CONVERT);
+        ConvertBothWays(d, in.dm(), 0x0401);
     };
     int tried = 0;
     for (WORD size = 0; size <= 1100; size++)
