@@ -12,11 +12,12 @@
 #include <stdio.h>
 #include <algorithm>
 #include <vector>
+#include "res/resource.h"
 
 #define PRINTER L"Quillora"
 
 enum { ROUNDS = 15, PAGES = 3 };
-static const WORD g_Templates[PAGES] = { 111, 110, 114 };     // the driver's page order
+static const WORD g_Templates[PAGES] = { IDD_PAGE_SETUP, IDD_FORMAT_PAGE, IDD_OUTPUT_PAGE };   // the driver's order
 
 static UINT g_msgWalk;
 static HHOOK g_hCbt, g_hGetMessage;
@@ -125,7 +126,7 @@ int main()
     }
     double mo = Median(ours), mp = Median(floor);
     printf("%-44s %8s %12s %12s\n", "measure", "ratio", "ours (us)", "floor (us)");
-    if (mo < 0 || mp < 0)
+    if (*std::min_element(ours.begin(), ours.end()) < 0 || *std::min_element(floor.begin(), floor.end()) < 0)
         printf("%-44s %8s\n", "sheet to all pages painted / bare sheet", "no sheet");
     else
         printf("%-44s %8.2f %12.0f %12.0f\n", "sheet to all pages painted / bare sheet", mo / mp, mo * 1e3,

@@ -30,6 +30,7 @@ struct GdiEntry {
     UINT64 user;
 };
 static_assert(sizeof(GdiEntry) == 24, "the tests run as x64 programs");
+const size_t PEB_GDI_TABLE = 0xF8;      // GdiSharedHandleTable in the x64 PEB
 
 int GdiObjects()
 {
@@ -41,7 +42,7 @@ int GdiObjects()
     const BYTE *peb = currentPeb ? currentPeb() : NULL;
     if (!peb)
         return 0;
-    const GdiEntry *table = *(const GdiEntry *const *)(peb + 0xF8);
+    const GdiEntry *table = *(const GdiEntry *const *)(peb + PEB_GDI_TABLE);
     USHORT pid = (USHORT)GetCurrentProcessId();
     int count = 0;
     for (int i = 0; table && i < 0x10000; i++)
