@@ -5,6 +5,7 @@
 
 #include <windows.h>
 #include <vector>
+#include "capture.h"
 
 enum { IDC_PUSH = 1002, IDC_PREVIEW = 1006, IDC_CHECK = 1013, IDC_RADIO = 1096, IDC_GROUP = 1100 };
 
@@ -41,27 +42,12 @@ struct SkinHost {
 };
 
 // Draws into a DIB section of the given size; draw receives its DC.
-template <typename F> Dib DrawToDib(int w, int h, F draw)
+inline Dib DrawToDib(int w, int h, const std::function<void(HDC)> &draw)
 {
-    BITMAPINFO bmi = {};
-    bmi.bmiHeader.biSize = sizeof(bmi.bmiHeader);
-    bmi.bmiHeader.biWidth = w;
-    bmi.bmiHeader.biHeight = -h;
-    bmi.bmiHeader.biPlanes = 1;
-    bmi.bmiHeader.biBitCount = 32;
-    void *pBits = NULL;
-    HDC hdc = CreateCompatibleDC(NULL);
-    HBITMAP hbm = CreateDIBSection(hdc, &bmi, DIB_RGB_COLORS, &pBits, NULL, 0);
-    HGDIOBJ hOld = SelectObject(hdc, hbm);
-    draw(hdc);
-    GdiFlush();
     Dib dib;
     dib.width = w;
     dib.height = h;
-    dib.bits.assign((DWORD *)pBits, (DWORD *)pBits + w * h);
-    SelectObject(hdc, hOld);
-    DeleteObject(hbm);
-    DeleteDC(hdc);
+    DrawToPixels(w, h, draw, &dib.bits);
     return dib;
 }
 
