@@ -1,5 +1,5 @@
 # Shortcuts; the scripts install what they need and may be run directly.
-.PHONY: run test package bench clean
+.PHONY: run test package bench mutants clean
 
 run:
 	bash scripts/run.sh
@@ -12,6 +12,9 @@ package:
 
 bench:
 	bash scripts/bench.sh
+
+mutants:
+	bash scripts/mutants.sh
 
 clean:
 	rm -rf build dist

@@ -68,7 +68,8 @@ TEST_F(ProfileList, CurrentNamesWithoutAnExactKeySelectTheDefaultUnmarked)
     FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, TRUE);
     EXPECT_EQ(L"<Default Profile>", Selected());
 
-    WriteCurrentProfileName(L"QLR LIST ONE");     // the store would find it; the combo does not
+    // Written by another program in another case: the combo matches with case.
+    RegSetValueW(HKEY_CURRENT_USER, PROFILE_KEY, REG_SZ, L"QLR LIST ONE", 12 * sizeof(WCHAR));
     FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, FALSE);
     EXPECT_EQ(L"<Default Profile>", Selected());
 }

@@ -61,7 +61,7 @@ TEST_F(ProfileStore, WriteReadAndReplace)
     EXPECT_EQ(FORMAT_PCX, read.iOutputFormat);
 }
 
-TEST_F(ProfileStore, ReadingRestoresTheDriverVersionAndRefusesForeignValues)
+TEST_F(ProfileStore, ReadingRestoresTheDriverVersionAndRefusesPartialValues)
 {
     QLRDEVMODE dm = Record(FORMAT_GIF);
     dm.m_bProfiled = TRUE;
@@ -72,12 +72,18 @@ TEST_F(ProfileStore, ReadingRestoresTheDriverVersionAndRefusesForeignValues)
     EXPECT_EQ(QLR_DRIVER_VERSION, read.dmPublic.dmDriverVersion);
     EXPECT_EQ(FORMAT_GIF, read.iOutputFormat);
 
-    struct { DWORD type; DWORD cb; DWORD signature; } refusals[] = {
-        { REG_BINARY, 10, QLR_SIGNATURE }, { REG_SZ, sizeof(dm), QLR_SIGNATURE },
-        { REG_BINARY, sizeof(dm), 0x12345678 },
-    };
+    // An older driver's record (private version 0x2000) or one of zeros is
+    // still a profile: the pages repair what they load.
+    dm.dwPrivVersion = 0x2000;
+    StoreRaw(L"qlr test B", REG_BINARY, &dm, sizeof(dm));
+    EXPECT_TRUE(ReadProfile(L"qlr test B", &read));
+    EXPECT_EQ(0x2000u, read.dwPrivVersion);
+    QLRDEVMODE zeros = {};
+    StoreRaw(L"qlr test B", REG_BINARY, &zeros, sizeof(zeros));
+    EXPECT_TRUE(ReadProfile(L"qlr test B", &read));
+
+    struct { DWORD type; DWORD cb; } refusals[] = { { REG_BINARY, 10 }, { REG_SZ, sizeof(dm) } };
     for (size_t i = 0; i < ARRAYSIZE(refusals); i++) {
-        dm.dwSignature = refusals[i].signature;
         StoreRaw(L"qlr test B", refusals[i].type, &dm, refusals[i].cb);
         EXPECT_FALSE(ReadProfile(L"qlr test B", &read)) << "case " << i;
     }
@@ -222,7 +228,6 @@ TEST_F(ProfileStore, BadFilesChangeNothing)
         { "empty name", [](std::vector<BYTE> &f) { f[8] = f[9] = 0; } },
         { "name without NUL", [](std::vector<BYTE> &f) { for (int i = 8; i < 264; i += 2) { f[i] = 'x'; f[i + 1] = 0; } } },
         { "backslash", [](std::vector<BYTE> &f) { f[8 + 2 * 3] = '\\'; } },
-        { "foreign record", [](std::vector<BYTE> &f) { f[264 + 220] ^= 0xFF; } },
     };
     for (const auto &c : cases) {
         std::vector<BYTE> bad = good;
@@ -235,10 +240,13 @@ TEST_F(ProfileStore, BadFilesChangeNothing)
         EXPECT_NE(ERROR_SUCCESS, RegOpenKeyExW(HKEY_CURRENT_USER, PROFILE_KEY L"\\qlr", 0, KEY_READ, &hKey)) << c.what;
     }
 
-    // A profile that cannot be read is not exported: no file appears.
-    DeleteFileW(path.c_str());
-    EXPECT_FALSE(ExportProfileFile(L"qlr test B", path.c_str()));
-    EXPECT_EQ(INVALID_FILE_ATTRIBUTES, GetFileAttributesW(path.c_str()));
+    // A record of another driver version is imported like any other.
+    std::vector<BYTE> older = good;
+    older[264 + 220] = 0x00; older[264 + 221] = 0x20;
+    WriteBytes(path, older);
+    WCHAR name[PROFILE_NAME_CHARS];
+    EXPECT_TRUE(ImportProfileFile(path.c_str(), name));
+    EXPECT_TRUE(ProfileExists(L"qlr test B"));
 }
 
 TEST_F(ProfileStore, NamesOutsideTheLimitsAreRefused)

@@ -48,7 +48,7 @@ static int List(void)
         DWORD cch = PROFILE_NAME_CHARS;
         if (RegEnumKeyExW(hKey, i, szName, &cch, NULL, NULL, NULL, NULL) != ERROR_SUCCESS)
             break;
-        Print(L"%s%s\n", lstrcmpW(szName, szCurrent) == 0 ? L"* " : L"  ", szName);
+        Print(L"%s%s\n", wcscmp(szName, szCurrent) == 0 ? L"* " : L"  ", szName);
     }
     RegCloseKey(hKey);
     return 0;
@@ -77,6 +77,14 @@ static BOOL ReadWhole(LPCWSTR pszPath, void *pBuffer, DWORD cb)
 
 #define NO_PRINTER_RECORD L"The printer \"%s\" is missing or keeps no Quillora settings record."
 
+/* A printer's record is this driver's only when its layout is: a record of
+ * another driver would decode as nonsense. */
+static BOOL IsDriverRecord(const QLRDEVMODE *pdm)
+{
+    return pdm->dmPublic.dmSize == QLR_PUBLIC_SIZE && pdm->dmPublic.dmDriverExtra == QLR_PRIVATE_SIZE &&
+           pdm->dwSignature == QLR_SIGNATURE && pdm->dwPrivVersion == QLR_PRIV_VERSION;
+}
+
 /* The printer's default settings record, when it is one of this driver. */
 static BOOL PrinterRecord(LPCWSTR pszPrinter, QLRDEVMODE *pdm)
 {
@@ -86,7 +94,7 @@ static BOOL PrinterRecord(LPCWSTR pszPrinter, QLRDEVMODE *pdm)
     PRINTER_INFO_2W *pInfo = (PRINTER_INFO_2W *)GetPrinterInfo(hPrinter, 2);
     ClosePrinter(hPrinter);
     const QLRDEVMODE *pStored = pInfo ? (const QLRDEVMODE *)pInfo->pDevMode : NULL;
-    BOOL ok = pStored && IsProfileRecord(pStored);
+    BOOL ok = pStored && IsDriverRecord(pStored);
     if (ok)
         *pdm = *pStored;
     LocalFree(pInfo);

@@ -24,6 +24,7 @@ void Trace(LPCWSTR pszFormat, ...);
 void SetDefDM(LPCWSTR pszDeviceName, PQLRDEVMODE pdm);
 void SetProductName(DEVMODEW *pdm);
 void CopyBounded(WCHAR *pszTarget, LPCWSTR pszSource, int cch);
+BOOL EqualNoCase(LPCWSTR pszA, LPCWSTR pszB);
 int  CustomToTenthsMm(int iValue, int iUnit, int iResolution);
 int  TenthsMmToCustom(int iValue, int iUnit, int iResolution);
 

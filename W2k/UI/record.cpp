@@ -55,6 +55,21 @@ void CopyBounded(WCHAR *pszTarget, LPCWSTR pszSource, int cch)
         pszTarget[i] = 0;
 }
 
+/* Letter case alone, one character against one: the linguistic comparisons
+ * (lstrcmpiW) also pass over characters such as the soft hyphen, which would
+ * match names that the registry and the rendering module tell apart. */
+BOOL EqualNoCase(LPCWSTR pszA, LPCWSTR pszB)
+{
+    for (;; pszA++, pszB++) {
+        WCHAR a = (WCHAR)(ULONG_PTR)CharUpperW((LPWSTR)(ULONG_PTR)*pszA);
+        WCHAR b = (WCHAR)(ULONG_PTR)CharUpperW((LPWSTR)(ULONG_PTR)*pszB);
+        if (a != b)
+            return FALSE;
+        if (!a)
+            return TRUE;
+    }
+}
+
 void SetProductName(DEVMODEW *pdm)
 {
     CopyBounded(pdm->dmDeviceName, QLR_PRODUCT_NAME, CCHDEVICENAME);

@@ -138,9 +138,13 @@ static INT_PTR RunSheet(SHEET *pSheet, HWND hWndOwner)
     return PropertySheetW(&psh);
 }
 
-extern "C" LONG WINAPI CommonPropertySheetUIW(HWND hWndOwner, PFNOWNER pfnPropSheetUI,
+/* The header's prototype names the owner with its own type, which on x86 is
+ * another calling convention than the owners use: keep the prototype and call
+ * the owner as it really is. */
+extern "C" LONG WINAPI CommonPropertySheetUIW(HWND hWndOwner, PFNPROPSHEETUI pfnDeclared,
                                               LPARAM lParam, LPDWORD pResult)
 {
+    PFNOWNER pfnPropSheetUI = (PFNOWNER)(void *)pfnDeclared;
     if (g_pSheet || !pfnPropSheetUI)
         return ERR_CPSUI_GETLASTERROR;      /* one sheet at a time per process */
     SHEET *pSheet = (SHEET *)LocalAlloc(LPTR, sizeof(SHEET));

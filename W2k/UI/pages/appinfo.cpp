@@ -7,6 +7,7 @@
 #include "../res/resource.h"
 #include <shellapi.h>
 
+#define CLASS_CHARS   128
 #define COMMAND_CHARS 520
 
 static const int g_AppBlock[] = {
@@ -14,12 +15,14 @@ static const int g_AppBlock[] = {
     IDC_APP_DESC, IDC_APP_VERSION, IDC_APP_COPYRIGHT,
 };
 
+/* The value is read with the full size cb; pszValue holds one character more,
+ * so a value stored without its NUL can still be terminated. */
 static BOOL ReadClassesValue(LPCWSTR pszKey, WCHAR *pszValue, DWORD cb)
 {
     HKEY hKey;
     if (RegOpenKeyExW(HKEY_CLASSES_ROOT, pszKey, 0, KEY_READ, &hKey) != ERROR_SUCCESS)
         return FALSE;
-    DWORD cbRead = cb - sizeof(WCHAR);
+    DWORD cbRead = cb;
     LONG rc = RegQueryValueExW(hKey, NULL, NULL, NULL, (BYTE *)pszValue, &cbRead);
     RegCloseKey(hKey);
     if (rc != ERROR_SUCCESS)
@@ -34,9 +37,9 @@ static BOOL ReadClassesValue(LPCWSTR pszKey, WCHAR *pszValue, DWORD cb)
 void LookupAssociatedApplication(LPCWSTR pszExtension, WCHAR szPath[COMMAND_CHARS])
 {
     szPath[0] = 0;
-    WCHAR szKey[300], szClass[128 + 1], szCommand[COMMAND_CHARS + 1];
+    WCHAR szKey[300], szClass[CLASS_CHARS + 1], szCommand[COMMAND_CHARS + 1];
     wsprintfW(szKey, L".%s", pszExtension);
-    if (!ReadClassesValue(szKey, szClass, 256))
+    if (!ReadClassesValue(szKey, szClass, CLASS_CHARS * sizeof(WCHAR)))
         return;
     if (lstrlenW(szClass) + 20 >= (int)ARRAY_COUNT(szKey))
         return;

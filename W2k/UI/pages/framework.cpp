@@ -72,7 +72,9 @@ WORD FillProfileList(HWND hwndList, int nListMode, BOOL bModified)
         if (RegEnumKeyExW(hKey, i, szName, &cch, NULL, NULL, NULL, NULL) != ERROR_SUCCESS)
             break;
         nNames++;
-        BOOL bCurrent = lstrcmpW(szName, szCurrent) == 0;
+        /* Character for character: lstrcmpW is linguistic and would also take
+         * "Case A" for a key spelt with a soft hyphen inside it. */
+        BOOL bCurrent = wcscmp(szName, szCurrent) == 0;
         if (bCurrent && bModified && bCombo)
             lstrcatW(szName, MODIFIED_MARK);
         LRESULT index = SendMessageW(hwndList, uAdd, 0, (LPARAM)szName);

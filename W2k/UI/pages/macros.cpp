@@ -36,7 +36,7 @@ void ExpandMacro(const QLRDEVMODE *pdm, LPCWSTR pszName, WCHAR szOut[MACRO_TEXT_
 {
     szOut[0] = 0;
     for (const auto &macro : g_Macros) {
-        if (lstrcmpiW(macro.pszName, pszName) != 0)
+        if (!EqualNoCase(macro.pszName, pszName))
             continue;
         SYSTEMTIME t;
         GetLocalTime(&t);

@@ -98,7 +98,7 @@ static BOOL NameTakenByOther(HWND hDlg, LPCWSTR pszName, LRESULT sel)
     for (LRESULT i = 0; i < count; i++) {
         WCHAR szEntry[PROFILE_NAME_CHARS];
         if (i != sel && SendMessageW(List(hDlg), LB_GETTEXTLEN, i, 0) < PROFILE_NAME_CHARS &&
-            SendMessageW(List(hDlg), LB_GETTEXT, i, (LPARAM)szEntry) != LB_ERR && lstrcmpiW(szEntry, pszName) == 0)
+            SendMessageW(List(hDlg), LB_GETTEXT, i, (LPARAM)szEntry) != LB_ERR && EqualNoCase(szEntry, pszName))
             return TRUE;
     }
     return FALSE;
@@ -140,7 +140,7 @@ static void OnRename(HWND hDlg)
         RefuseName(hDlg);
         return;
     }
-    if (lstrcmpiW(szOld, szNew) == 0)
+    if (EqualNoCase(szOld, szNew))
         return;
     LPCWSTR pszNow = szNew;
     if (!RenameProfile(szOld, szNew)) {

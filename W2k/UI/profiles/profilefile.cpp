@@ -62,15 +62,15 @@ static BOOL ReadWholeFile(LPCWSTR pszPath, PROFILEFILE *pFile)
 }
 
 /* Everything is checked before anything is stored: a refused file leaves the
- * registry as it was.  The record must be one the store can read back. */
+ * registry as it was.  The record inside is stored as it came, whatever
+ * driver wrote it, as the store keeps it. */
 BOOL ImportProfileFile(LPCWSTR pszPath, WCHAR szName[PROFILE_NAME_CHARS])
 {
     PROFILEFILE *pFile = (PROFILEFILE *)LocalAlloc(LPTR, sizeof(PROFILEFILE));
     if (!pFile)
         return FALSE;
     BOOL ok = ReadWholeFile(pszPath, pFile) && memcmp(pFile->magic, PROFILE_FILE_MAGIC, 4) == 0 &&
-              pFile->dwVersion == PROFILE_FILE_VERSION && IsUsableName(pFile->szName) &&
-              IsProfileRecord(&pFile->settings);
+              pFile->dwVersion == PROFILE_FILE_VERSION && IsUsableName(pFile->szName);
     if (ok) {
         CopyBounded(szName, pFile->szName, PROFILE_NAME_CHARS);
         ok = WriteProfile(szName, &pFile->settings);

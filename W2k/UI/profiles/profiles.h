@@ -17,7 +17,6 @@ BOOL ReadProfile(LPCWSTR pszName, PQLRDEVMODE pdm);
 BOOL WriteProfile(LPCWSTR pszName, PQLRDEVMODE pdm);
 BOOL DeleteProfile(LPCWSTR pszName);
 BOOL RenameProfile(LPCWSTR pszOldName, LPCWSTR pszNewName);
-BOOL IsProfileRecord(const QLRDEVMODE *pdm);
 
 /* profilefile.cpp */
 #define PROFILE_FILE_MAGIC    "QLRP"

@@ -36,13 +36,39 @@ void ReadCurrentProfileName(WCHAR szName[PROFILE_NAME_CHARS])
     RegCloseKey(hKey);
 }
 
+/* The registry finds a key in any letter case but keeps the case it was
+ * created with, while the pages match the current name with case.  So the
+ * current name is stored as the profile's own key spells it: a profile saved
+ * or deployed as "case a" over "Case A" stays the one the pages select, and
+ * OK keeps the user's settings instead of falling back to the defaults. */
+static void StoredSpelling(LPCWSTR pszName, WCHAR szStored[PROFILE_NAME_CHARS])
+{
+    CopyBounded(szStored, pszName, PROFILE_NAME_CHARS);
+    HKEY hKey;
+    if (!pszName[0] || RegOpenKeyExW(HKEY_CURRENT_USER, PROFILE_KEY, 0, KEY_READ, &hKey) != ERROR_SUCCESS)
+        return;
+    WCHAR szKey[PROFILE_NAME_CHARS];
+    for (DWORD i = 0;; i++) {
+        DWORD cch = PROFILE_NAME_CHARS;
+        if (RegEnumKeyExW(hKey, i, szKey, &cch, NULL, NULL, NULL, NULL) != ERROR_SUCCESS)
+            break;
+        if (EqualNoCase(szKey, pszName)) {
+            lstrcpyW(szStored, szKey);
+            break;
+        }
+    }
+    RegCloseKey(hKey);
+}
+
 BOOL WriteCurrentProfileName(LPCWSTR pszName)
 {
+    WCHAR szStored[PROFILE_NAME_CHARS];
+    StoredSpelling(pszName, szStored);
     HKEY hKey;
     if (RegCreateKeyExW(HKEY_CURRENT_USER, PROFILE_KEY, 0, NULL, 0, KEY_WRITE, NULL, &hKey, NULL) != ERROR_SUCCESS)
         return FALSE;
-    LONG rc = RegSetValueExW(hKey, NULL, 0, REG_SZ, (const BYTE *)pszName,
-                             lstrlenW(pszName) * sizeof(WCHAR));
+    LONG rc = RegSetValueExW(hKey, NULL, 0, REG_SZ, (const BYTE *)szStored,
+                             lstrlenW(szStored) * sizeof(WCHAR));
     RegCloseKey(hKey);
     return rc == ERROR_SUCCESS;
 }
@@ -58,20 +84,6 @@ BOOL ProfileExists(LPCWSTR pszName)
     return TRUE;
 }
 
-/* Only a whole record of this driver's layout is a profile.  A value of
- * another size or type, or a record of another layout, was not written by
- * this store and would load as nonsense settings, so it reads as missing. */
-BOOL IsProfileRecord(const QLRDEVMODE *pdm)
-{
-    return pdm->dmPublic.dmSize == QLR_PUBLIC_SIZE && pdm->dmPublic.dmDriverExtra == QLR_PRIVATE_SIZE &&
-           pdm->dwSignature == QLR_SIGNATURE && pdm->dwPrivVersion == QLR_PRIV_VERSION;
-}
-
-static BOOL IsStoredRecord(DWORD dwType, DWORD cb, const QLRDEVMODE *pdm)
-{
-    return dwType == REG_BINARY && cb == sizeof(QLRDEVMODE) && IsProfileRecord(pdm);
-}
-
 BOOL ReadProfile(LPCWSTR pszName, PQLRDEVMODE pdm)
 {
     WCHAR szPath[PROFILE_PATH_CHARS];
@@ -83,7 +95,10 @@ BOOL ReadProfile(LPCWSTR pszName, PQLRDEVMODE pdm)
     LONG rc = RegQueryValueExW(hKey, NULL, NULL, &dwType, (BYTE *)pdm, &cb);
     RegCloseKey(hKey);
     pdm->dmPublic.dmDriverVersion = QLR_DRIVER_VERSION;
-    return rc == ERROR_SUCCESS && IsStoredRecord(dwType, cb, pdm);
+    /* Only a whole binary record is a profile: a shorter value would leave the
+     * rest of the record as the caller had it.  What the record holds is the
+     * pages' to repair, so a profile of an older driver still loads. */
+    return rc == ERROR_SUCCESS && dwType == REG_BINARY && cb == sizeof(QLRDEVMODE);
 }
 
 BOOL WriteProfile(LPCWSTR pszName, PQLRDEVMODE pdm)
@@ -107,7 +122,7 @@ static BOOL IsCurrentProfile(LPCWSTR pszName)
 {
     WCHAR szCurrent[PROFILE_NAME_CHARS];
     ReadCurrentProfileName(szCurrent);
-    return szCurrent[0] && lstrcmpiW(szCurrent, pszName) == 0;
+    return szCurrent[0] && EqualNoCase(szCurrent, pszName);
 }
 
 BOOL DeleteProfile(LPCWSTR pszName)
@@ -121,7 +136,7 @@ BOOL DeleteProfile(LPCWSTR pszName)
 
 BOOL RenameProfile(LPCWSTR pszOldName, LPCWSTR pszNewName)
 {
-    if (lstrcmpiW(pszOldName, pszNewName) == 0)
+    if (EqualNoCase(pszOldName, pszNewName))
         return TRUE;
     BOOL bWasCurrent = IsCurrentProfile(pszOldName);
     if (ProfileExists(pszNewName))

@@ -38,8 +38,6 @@ BOOL AppendSkinControl(HWND hDlg, int id, int nKind, WNDPROC pfnProc)
     pControl->nKind = nKind;
     pControl->hwnd = hwnd;
     pControl->pfnOldProc = (WNDPROC)GetWindowLongPtrW(hwnd, GWLP_WNDPROC);
-    if (nKind == SKIN_PUSH)
-        pControl->bDefault = IsDefaultPushStyle(GetWindowLongPtrW(hwnd, GWL_STYLE));
 
     if (!g_pHead) {
         BuildSkinPalette();
@@ -89,25 +87,11 @@ void GetMarkRect(const RECT *prc, const SKINCONTROL *pControl, RECT *prcMark)
     prcMark->bottom = prcMark->top + 12;
 }
 
-/* The default push button's caption is bold, so a keyboard user sees which
- * button Enter presses; the outline stays that of every other button. */
-static HFONT CreateBoldCopy(HFONT hFont, HDC hdc)
-{
-    LOGFONTW lf;
-    if (!hFont)
-        hFont = (HFONT)GetCurrentObject(hdc, OBJ_FONT);
-    if (!GetObjectW(hFont, sizeof(lf), &lf))
-        return NULL;
-    lf.lfWeight = FW_BOLD;
-    return CreateFontIndirectW(&lf);
-}
-
 static void DrawButtonText(HWND hwnd, HDC hdc, RECT *prcText, LPCWSTR pszCaption,
                            UINT itemState, const SKINCONTROL *pControl)
 {
     HFONT hFont = (HFONT)SendMessageW(hwnd, WM_GETFONT, 0, 0);
-    HFONT hBold = pControl->bDefault ? CreateBoldCopy(hFont, hdc) : NULL;
-    HGDIOBJ hOldFont = SelectObject(hdc, hBold ? hBold : hFont);
+    HGDIOBJ hOldFont = SelectObject(hdc, hFont);
 
     SIZE size = { 0, 0 };
     GetTextExtentPoint32W(hdc, pszCaption, lstrlenW(pszCaption), &size);
@@ -130,8 +114,6 @@ static void DrawButtonText(HWND hwnd, HDC hdc, RECT *prcText, LPCWSTR pszCaption
     DrawTextW(hdc, pszCaption, -1, prcText, DT_CENTER);
 
     SelectObject(hdc, hOldFont);
-    if (hBold)
-        DeleteObject(hBold);
 }
 
 static void DrawFocus(HDC hdc, const RECT *prc, const RECT *prcText, const SKINCONTROL *pControl)

@@ -36,7 +36,8 @@ typedef struct _SKINCONTROL {
     INT bPressed;       /* last BM_SETSTATE of a check box or radio button */
     INT nKind;
     INT nCheck;         /* captured at each paint */
-    INT bDefault;       /* follows BS_DEFPUSHBUTTON */
+    INT bDefault;       /* last BM_SETSTYLE's BS_DEFPUSHBUTTON, only to repaint on a
+                         * change: the default button looks like every other */
     INT nMarkStyle;     /* 0: the tick */
     WNDPROC pfnOldProc;
     HWND hwnd;
