@@ -9,81 +9,57 @@
 
 namespace {
 
-class ProfileList : public ::testing::Test {
-protected:
-    HWND hParent = NULL, hCombo = NULL, hList = NULL;
-    WCHAR savedCurrent[PROFILE_NAME_CHARS];
-    void SetUp() override
-    {
-        ReadCurrentProfileName(savedCurrent);
-        hParent = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 300, NULL, NULL, NULL, NULL);
-        hCombo = CreateWindowExW(0, L"COMBOBOX", L"", WS_CHILD | CBS_DROPDOWNLIST, 0, 0, 200, 200, hParent,
-                                 (HMENU)1001, NULL, NULL);
-        hList = CreateWindowExW(0, L"LISTBOX", L"", WS_CHILD, 0, 0, 200, 200, hParent, (HMENU)1002, NULL, NULL);
-        QLRDEVMODE dm;
-        SetDefDM(NULL, &dm);
-        WriteProfile(L"qlr list one", &dm);
-        WriteProfile(L"qlr list two", &dm);
-    }
-    void TearDown() override
-    {
-        DeleteProfile(L"qlr list one");
-        DeleteProfile(L"qlr list two");
-        WriteCurrentProfileName(savedCurrent);
-        DestroyWindow(hParent);
-    }
-    std::wstring Entry(LRESULT i)
-    {
-        WCHAR text[160] = L"";
-        SendMessageW(hCombo, CB_GETLBTEXT, i, (LPARAM)text);
-        return text;
-    }
-    std::wstring Selected() { return Entry(SendMessageW(hCombo, CB_GETCURSEL, 0, 0)); }
-    LRESULT Find(LPCWSTR text) { return SendMessageW(hCombo, CB_FINDSTRINGEXACT, -1, (LPARAM)text); }
-};
-
-TEST_F(ProfileList, DefaultEntryFirstAndTheCurrentProfileSelected)
+// A page's combo and the manager's list box filled from the real registry,
+// for current names stored as another program might store them.
+TEST(ProfileList, TheCurrentNameIsMatchedWithCaseAndMarkedWhenModified)
 {
-    WriteCurrentProfileName(L"");
-    WORD n = FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, FALSE);
-    EXPECT_GE(n, 2);
-    EXPECT_EQ((LRESULT)n + 1, SendMessageW(hCombo, CB_GETCOUNT, 0, 0));
-    EXPECT_EQ(L"<Default Profile>", Entry(0));
-    EXPECT_EQ(L"<Default Profile>", Selected());
-    FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, TRUE);
-    EXPECT_EQ(L"<Default Profile>*", Selected());
-
-    WriteCurrentProfileName(L"qlr list two");
-    FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, TRUE);
-    EXPECT_EQ(L"qlr list two*", Selected());
-    EXPECT_EQ(L"<Default Profile>", Entry(0));
-    EXPECT_NE(CB_ERR, Find(L"qlr list one")) << "only the current profile is marked";
-    FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, FALSE);
-    EXPECT_EQ(L"qlr list two", Selected());
-}
-
-TEST_F(ProfileList, CurrentNamesWithoutAnExactKeySelectTheDefaultUnmarked)
-{
-    WriteCurrentProfileName(L"qlr no such profile");
-    FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, TRUE);
-    EXPECT_EQ(L"<Default Profile>", Selected());
-
-    // Written by another program in another case: the combo matches with case.
-    RegSetValueW(HKEY_CURRENT_USER, PROFILE_KEY, REG_SZ, L"QLR LIST ONE", 12 * sizeof(WCHAR));
-    FillProfileList(hCombo, PAGE_FRAMEWORK_LIST_COMBO, FALSE);
-    EXPECT_EQ(L"<Default Profile>", Selected());
-}
-
-TEST_F(ProfileList, TheManagersListHasNoDefaultEntryAndNoMark)
-{
-    WriteCurrentProfileName(L"qlr list one");
-    WORD n = FillProfileList(hList, PAGE_FRAMEWORK_LIST_BOX, TRUE);
-    EXPECT_EQ((LRESULT)n, SendMessageW(hList, LB_GETCOUNT, 0, 0));
-    EXPECT_EQ(LB_ERR, SendMessageW(hList, LB_FINDSTRINGEXACT, -1, (LPARAM)L"<Default Profile>"));
-    LRESULT sel = SendMessageW(hList, LB_GETCURSEL, 0, 0);
-    WCHAR text[160] = L"";
-    SendMessageW(hList, LB_GETTEXT, sel, (LPARAM)text);
-    EXPECT_STREQ(L"qlr list one", text);
+    WCHAR saved[PROFILE_NAME_CHARS];
+    ReadCurrentProfileName(saved);
+    QLRDEVMODE dm = {};
+    WriteProfile(L"qlr list one", &dm);
+    WriteProfile(L"qlr list two", &dm);
+    HWND hParent = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 300, NULL, NULL, NULL, NULL);
+    HWND hCombo = CreateWindowExW(0, L"COMBOBOX", L"", WS_CHILD | CBS_DROPDOWNLIST, 0, 0, 200, 200, hParent,
+                                  (HMENU)1001, NULL, NULL);
+    HWND hList = CreateWindowExW(0, L"LISTBOX", L"", WS_CHILD, 0, 0, 200, 200, hParent, (HMENU)1002, NULL, NULL);
+    // The combo's entries, the list box's, then the selected one of each.
+    struct { LPCWSTR current; BOOL modified; LPCWSTR expected; } rows[] = {
+        { L"", FALSE, L"<Default Profile>|qlr list one|qlr list two|qlr list one|qlr list two|"
+                      L"<Default Profile>|" },
+        { L"", TRUE, L"<Default Profile>*|qlr list one|qlr list two|qlr list one|qlr list two|"
+                     L"<Default Profile>*|" },
+        { L"qlr list two", FALSE, L"<Default Profile>|qlr list one|qlr list two|qlr list one|qlr list two|"
+                                  L"qlr list two|qlr list two|" },
+        { L"qlr list two", TRUE, L"<Default Profile>|qlr list one|qlr list two*|qlr list one|qlr list two|"
+                                 L"qlr list two*|qlr list two|" },
+        { L"QLR LIST ONE", TRUE, L"<Default Profile>|qlr list one|qlr list two|qlr list one|qlr list two|"
+                                 L"<Default Profile>|" },
+        { L"qlr no such profile", TRUE, L"<Default Profile>|qlr list one|qlr list two|qlr list one|qlr list two|"
+                                        L"<Default Profile>|" },
+    };
+    for (const auto &row : rows) {
+        RegSetValueW(HKEY_CURRENT_USER, PROFILE_KEY, REG_SZ, row.current, 0);
+        std::wstring all, selected;
+        for (HWND h : { hCombo, hList }) {
+            bool combo = h == hCombo;
+            WORD n = FillProfileList(h, combo ? PAGE_FRAMEWORK_LIST_COMBO : PAGE_FRAMEWORK_LIST_BOX, row.modified);
+            LRESULT count = SendMessageW(h, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
+            EXPECT_EQ(count, n + (combo ? 1 : 0)) << "current " << row.current;
+            LRESULT sel = SendMessageW(h, combo ? CB_GETCURSEL : LB_GETCURSEL, 0, 0);
+            for (LRESULT i = 0; i < count; i++) {
+                WCHAR text[160] = L"";
+                SendMessageW(h, combo ? CB_GETLBTEXT : LB_GETTEXT, i, (LPARAM)text);
+                bool ours = wcsstr(text, L"qlr list") || wcsstr(text, L"<Default");   // other tests' profiles aside
+                all += ours ? std::wstring(text) + L"|" : L"";
+                selected += i == sel ? std::wstring(text) + L"|" : L"";
+            }
+        }
+        EXPECT_EQ(row.expected, all + selected) << "current " << row.current << ", modified " << row.modified;
+    }
+    DestroyWindow(hParent);
+    DeleteProfile(L"qlr list one");
+    DeleteProfile(L"qlr list two");
+    WriteCurrentProfileName(saved);
 }
 
 TEST(PageToolTips, AddOneToolPerControlThePageHas)
@@ -187,6 +163,7 @@ TEST(Macros, MasksExpandAsTheRenderingModuleReadsThem)
         { L"before&[", L"before&[" },
         { L"&[Page]&[", L"01&[" },
         { L"&[&[Year]]", L"]" },
+        { L"&[Pa\u00adge]", L"" },        // a soft hyphen makes another name, not "Page"
         { L"a&[Page]b&[Page]c", L"a01b01c" },
     };
     for (const auto &row : rows)
@@ -250,7 +227,7 @@ TEST(Macros, TheExampleNeverOverrunsItsBuffer)
         std::wstring repeated;
         while (repeated.size() < 2 * EXAMPLE_CHARS)
             repeated += pattern;
-        for (size_t len = 0; len <= 2 * EXAMPLE_CHARS; len++, tried++) {
+        for (size_t len = 0; len <= 2 * EXAMPLE_CHARS; len += len < EXAMPLE_CHARS - 40 ? 7 : 1, tried++) {
             std::wstring out = ExpandGuarded(repeated.substr(0, len));
             ASSERT_LT(out.size(), (size_t)EXAMPLE_CHARS) << pattern << " at length " << len;
         }
@@ -297,6 +274,16 @@ TEST(Associations, TheProgramIsTheTokenHoldingTheLastDot)
     WCHAR path[520] = L"unchanged";
     LookupAssociatedApplication(L"qlr-no-such-type", path);
     EXPECT_STREQ(L"", path);
+
+    // The longest class name (127 characters) and command (519) still read.
+    std::wstring longClass = L"QlrTest." + std::wstring(119, L'c'), longCommand = L"C:\\" + std::wstring(512, L'p') + L".exe";
+    RegSetValueW(HKEY_CLASSES_ROOT, L".qlrlong", REG_SZ, longClass.c_str(), 0);
+    RegSetValueW(HKEY_CLASSES_ROOT, (longClass + L"\\shell\\open\\command").c_str(), REG_SZ, longCommand.c_str(), 0);
+    LookupAssociatedApplication(L"qlrlong", path);
+    EXPECT_EQ(longCommand, path);
+    for (LPCWSTR k : { L"\\shell\\open\\command", L"\\shell\\open", L"\\shell", L"" })
+        RegDeleteKeyW(HKEY_CLASSES_ROOT, (longClass + k).c_str());
+    RegDeleteKeyW(HKEY_CLASSES_ROOT, L".qlrlong");
 }
 
 TEST(TrimBlanks, RemovesOnlyBlanksAtBothEnds)

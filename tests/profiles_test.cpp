@@ -1,265 +1,278 @@
-// The profile store on the real registry of the test prefix.  Every test uses
-// names of its own and puts the current-profile name back afterwards.
+// The profile store and profile files on the real registry of the test
+// prefix.  What a step leaves behind is read back from the registry itself:
+// the current-name value byte for byte and every test profile's key spelling
+// and record.
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 #include "profiles/profiles.h"
 #include "files.h"
+#include "guarded.h"
 
 namespace {
 
-class ProfileStore : public ::testing::Test {
+const LPCWSTR KEY = L"Software\\Moravel\\Quillora\\Profile";
+const DWORD RECORD = 3484, FILE_SIZE = 3748, AT_PROFILED = 3480, AT_DRIVER_VERSION = 66;
+
+// A record no module function made: byte i is i * seed, so each seed is told
+// apart by its bytes.
+std::vector<BYTE> Pattern(BYTE seed)
+{
+    std::vector<BYTE> r(RECORD);
+    for (DWORD i = 0; i < RECORD; i++)
+        r[i] = (BYTE)(i * seed);
+    r[AT_DRIVER_VERSION] = 0x46;    // as the store reads every record back
+    r[AT_DRIVER_VERSION + 1] = 0x02;
+    return r;
+}
+
+std::vector<BYTE> AsStored(std::vector<BYTE> r)
+{
+    memset(&r[AT_PROFILED], 0, 4);
+    r[AT_PROFILED] = 1;
+    return r;
+}
+
+void StoreRaw(LPCWSTR name, DWORD type, const void *data, DWORD cb)
+{
+    std::wstring path = name[0] ? std::wstring(KEY) + L"\\" + name : KEY;
+    HKEY h;
+    ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, NULL, 0, KEY_WRITE, NULL, &h, NULL));
+    ASSERT_EQ(ERROR_SUCCESS, RegSetValueExW(h, NULL, 0, type, (const BYTE *)data, cb));
+    RegCloseKey(h);
+}
+
+// The value's bytes as stored (RegGetValue would add a NUL to a string).
+std::vector<BYTE> ValueOf(const std::wstring &path)
+{
+    std::vector<BYTE> v(8192);
+    DWORD cb = (DWORD)v.size();
+    HKEY h;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ, &h))
+        cb = 0;
+    else {
+        if (RegQueryValueExW(h, NULL, NULL, NULL, v.data(), &cb))
+            cb = 0;
+        RegCloseKey(h);
+    }
+    v.resize(cb);
+    return v;
+}
+
+// The stored current name (Wine adds the NUL the module leaves out), and
+// every key under the profile key with its value: what a refused operation
+// must leave alone.
+std::wstring CurrentRaw()
+{
+    std::vector<BYTE> v = ValueOf(KEY);
+    std::wstring name((const WCHAR *)v.data(), v.size() / 2);
+    return name.substr(0, name.find_last_not_of(L'\0') + 1);
+}
+
+std::wstring Image(bool onlyTests = false)
+{
+    std::wstring image = L"[" + CurrentRaw() + L"]";
+    HKEY h;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, KEY, 0, KEY_READ, &h))
+        return image;
+    WCHAR name[256];
+    for (DWORD i = 0, cch = 256; !RegEnumKeyExW(h, i, name, &cch, NULL, NULL, NULL, NULL); i++, cch = 256) {
+        if (onlyTests && _wcsnicmp(name, L"qlr test", 8))
+            continue;
+        std::vector<BYTE> v = ValueOf(std::wstring(KEY) + L"\\" + name);
+        int seed = 0;
+        for (int s = 1; s < 8 && !seed; s++)
+            seed = v == AsStored(Pattern((BYTE)s)) ? s : 0;
+        image += L" " + std::wstring(name) + L"=" + (seed ? std::to_wstring(seed) : std::to_wstring(v.size()) + L"b");
+    }
+    RegCloseKey(h);
+    return image;
+}
+
+// 127 characters, the longest name a profile may have.
+std::wstring Longest()
+{
+    return L"qlr test " + std::wstring(118, L'x');
+}
+
+class Profiles : public ::testing::Test {
 protected:
-    WCHAR savedCurrent[PROFILE_NAME_CHARS];
+    std::vector<BYTE> savedCurrent = ValueOf(KEY);
+    std::wstring path = TempFile(L"qlr-profile.qlr");
+    void Clear()
+    {
+        for (std::wstring n : { L"qlr test A", L"qlr test B", L"qlr test C", L"qlr test \u00c9", Longest().c_str() })
+            RegDeleteKeyW(HKEY_CURRENT_USER, (std::wstring(KEY) + L"\\" + n).c_str());
+    }
     void SetUp() override
     {
-        ReadCurrentProfileName(savedCurrent);
-        for (LPCWSTR name : { L"qlr test A", L"qlr test B", L"QLR TEST C", L"qlr test c" })
-            DeleteProfile(name);
+        Clear();
+        StoreRaw(L"", REG_SZ, L"", 0);
     }
     void TearDown() override
     {
-        for (LPCWSTR name : { L"qlr test A", L"qlr test B", L"QLR TEST C", L"qlr test c" })
-            DeleteProfile(name);
-        WriteCurrentProfileName(savedCurrent);
-    }
-    static QLRDEVMODE Record(int iOutputFormat)
-    {
-        QLRDEVMODE dm;
-        SetDefDM(NULL, &dm);
-        dm.iOutputFormat = iOutputFormat;
-        return dm;
-    }
-    static void StoreRaw(LPCWSTR name, DWORD type, const void *data, DWORD cb)
-    {
-        HKEY hKey;
-        WCHAR path[256];
-        wsprintfW(path, L"%s\\%s", PROFILE_KEY, name);
-        ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExW(HKEY_CURRENT_USER, path, 0, NULL, 0, KEY_WRITE, NULL, &hKey, NULL));
-        ASSERT_EQ(ERROR_SUCCESS, RegSetValueExW(hKey, NULL, 0, type, (const BYTE *)data, cb));
-        RegCloseKey(hKey);
+        Clear();
+        StoreRaw(L"", REG_SZ, savedCurrent.data(), (DWORD)savedCurrent.size());
+        DeleteFileW(path.c_str());
     }
 };
 
-TEST_F(ProfileStore, WriteReadAndReplace)
+enum Op { OP_WRITE, OP_CURRENT, OP_RENAME, OP_DELETE, OP_EXISTS };
+
+TEST_F(Profiles, StoreOperationsLeaveTheRegistryAsExpected)
 {
-    EXPECT_FALSE(ProfileExists(L"qlr test A"));
-    QLRDEVMODE read;
-    EXPECT_FALSE(ReadProfile(L"qlr test A", &read));
-
-    QLRDEVMODE dm = Record(FORMAT_TIFF);
-    ASSERT_TRUE(WriteProfile(L"qlr test A", &dm));
-    EXPECT_TRUE(dm.m_bProfiled) << "the caller's record is marked as saved";
-    EXPECT_TRUE(ProfileExists(L"qlr test A"));
-    EXPECT_TRUE(ProfileExists(L"QLR TEST a")) << "names compare without case";
-    ASSERT_TRUE(ReadProfile(L"qlr test A", &read));
-    EXPECT_EQ(0, memcmp(&dm, &read, sizeof(dm)));
-
-    dm = Record(FORMAT_PCX);
-    ASSERT_TRUE(WriteProfile(L"qlr test A", &dm));
-    ASSERT_TRUE(ReadProfile(L"qlr test A", &read));
-    EXPECT_EQ(FORMAT_PCX, read.iOutputFormat);
-}
-
-TEST_F(ProfileStore, ReadingRestoresTheDriverVersionAndRefusesPartialValues)
-{
-    QLRDEVMODE dm = Record(FORMAT_GIF);
-    dm.m_bProfiled = TRUE;
-    dm.dmPublic.dmDriverVersion = 0x0100;
-    StoreRaw(L"qlr test A", REG_BINARY, &dm, sizeof(dm));
-    QLRDEVMODE read;
-    ASSERT_TRUE(ReadProfile(L"qlr test A", &read));
-    EXPECT_EQ(QLR_DRIVER_VERSION, read.dmPublic.dmDriverVersion);
-    EXPECT_EQ(FORMAT_GIF, read.iOutputFormat);
-
-    // An older driver's record (private version 0x2000) or one of zeros is
-    // still a profile: the pages repair what they load.
-    dm.dwPrivVersion = 0x2000;
-    StoreRaw(L"qlr test B", REG_BINARY, &dm, sizeof(dm));
-    EXPECT_TRUE(ReadProfile(L"qlr test B", &read));
-    EXPECT_EQ(0x2000u, read.dwPrivVersion);
-    QLRDEVMODE zeros = {};
-    StoreRaw(L"qlr test B", REG_BINARY, &zeros, sizeof(zeros));
-    EXPECT_TRUE(ReadProfile(L"qlr test B", &read));
-
-    struct { DWORD type; DWORD cb; } refusals[] = { { REG_BINARY, 10 }, { REG_SZ, sizeof(dm) } };
-    for (size_t i = 0; i < ARRAYSIZE(refusals); i++) {
-        StoreRaw(L"qlr test B", refusals[i].type, &dm, refusals[i].cb);
-        EXPECT_FALSE(ReadProfile(L"qlr test B", &read)) << "case " << i;
+    const std::wstring longName = Longest(), tooLong = longName + L"x";
+    const LPCWSTR longest = longName.c_str();
+    struct { Op op; LPCWSTR a, b; int seed; BOOL result; std::wstring image; } steps[] = {
+        { OP_EXISTS, L"qlr test A", NULL, 0, FALSE, L"[]" },
+        { OP_WRITE, L"qlr test A", NULL, 1, TRUE, L"[] qlr test A=1" },
+        { OP_WRITE, L"qlr test B", NULL, 2, TRUE, L"[] qlr test A=1 qlr test B=2" },
+        { OP_WRITE, L"QLR TEST A", NULL, 3, TRUE, L"[] qlr test A=3 qlr test B=2" },
+        { OP_EXISTS, L"QLR test a", NULL, 0, TRUE, L"[] qlr test A=3 qlr test B=2" },
+        { OP_CURRENT, L"qlr test A", NULL, 0, TRUE, L"[qlr test A] qlr test A=3 qlr test B=2" },
+        // Another spelling of an existing profile is stored as its key spells
+        // it, so that the pages, which match with case, still find it.
+        { OP_CURRENT, L"QLR TEST A", NULL, 0, TRUE, L"[qlr test A] qlr test A=3 qlr test B=2" },
+        { OP_RENAME, L"qlr test A", L"qlr TEST b", 0, FALSE, L"[qlr test A] qlr test A=3 qlr test B=2" },
+        { OP_RENAME, L"no such qlr", L"qlr test C", 0, FALSE, L"[qlr test A] qlr test A=3 qlr test B=2" },
+        { OP_RENAME, L"QLR TEST A", L"qlr test A", 0, TRUE, L"[qlr test A] qlr test A=3 qlr test B=2" },
+        { OP_RENAME, L"qlr test a", L"qlr test C", 0, TRUE, L"[qlr test C] qlr test B=2 qlr test C=3" },
+        { OP_RENAME, L"qlr test B", L"qlr test \u00c9", 0, TRUE, L"[qlr test C] qlr test C=3 qlr test \u00c9=2" },
+        { OP_CURRENT, L"qlr test \u00e9", NULL, 0, TRUE, L"[qlr test \u00c9] qlr test C=3 qlr test \u00c9=2" },
+        { OP_CURRENT, L"qlr test none", NULL, 0, TRUE, L"[qlr test none] qlr test C=3 qlr test \u00c9=2" },
+        { OP_CURRENT, L"qlr test C", NULL, 0, TRUE, L"[qlr test C] qlr test C=3 qlr test \u00c9=2" },
+        { OP_DELETE, L"qlr test \u00c9", NULL, 0, TRUE, L"[qlr test C] qlr test C=3" },
+        { OP_DELETE, L"QLR TEST C", NULL, 0, TRUE, L"[]" },
+        { OP_DELETE, L"qlr test C", NULL, 0, FALSE, L"[]" },
+        { OP_WRITE, L"", NULL, 1, FALSE, L"[]" },
+        { OP_WRITE, longest, NULL, 1, TRUE, L"[] " + longName + L"=1" },
+        { OP_CURRENT, longest, NULL, 0, TRUE, L"[" + longName + L"] " + longName + L"=1" },
+        { OP_DELETE, longest, NULL, 0, TRUE, L"[]" },
+        { OP_WRITE, tooLong.c_str(), NULL, 1, FALSE, L"[]" },
+    };
+    for (size_t i = 0; i < ARRAYSIZE(steps); i++) {
+        const auto &s = steps[i];
+        std::vector<BYTE> record = Pattern((BYTE)s.seed);
+        BOOL result = FALSE;
+        switch (s.op) {
+        case OP_WRITE:
+            result = WriteProfile(s.a, (PQLRDEVMODE)record.data());
+            EXPECT_EQ(1, record[AT_PROFILED]) << "step " << i << ": the caller's record is marked saved";
+            break;
+        case OP_CURRENT: result = WriteCurrentProfileName(s.a); break;
+        case OP_RENAME: result = RenameProfile(s.a, s.b); break;
+        case OP_DELETE: result = DeleteProfile(s.a); break;
+        case OP_EXISTS: result = ProfileExists(s.a); break;
+        }
+        EXPECT_EQ(s.result, result) << "step " << i;
+        EXPECT_EQ(s.image, Image(true)) << "step " << i;
+        WCHAR name[PROFILE_NAME_CHARS] = L"junk";
+        ReadCurrentProfileName(name);
+        EXPECT_EQ(CurrentRaw(), name) << "step " << i;
     }
-    BYTE big[4000] = {};
-    StoreRaw(L"qlr test B", REG_BINARY, big, sizeof(big));
-    EXPECT_FALSE(ReadProfile(L"qlr test B", &read));
 }
 
-TEST_F(ProfileStore, CurrentProfileNameRoundTrips)
+TEST_F(Profiles, OnlyAWholeBinaryRecordReadsAndItsDriverVersionIsOurs)
 {
-    ASSERT_TRUE(WriteCurrentProfileName(L"qlr test A"));
-    WCHAR name[PROFILE_NAME_CHARS];
-    ReadCurrentProfileName(name);
-    EXPECT_STREQ(L"qlr test A", name);
+    const DWORD types[] = { REG_NONE, REG_SZ, REG_EXPAND_SZ, REG_BINARY, REG_DWORD, REG_MULTI_SZ, REG_QWORD };
+    std::vector<BYTE> bytes = Pattern(5);
+    bytes.resize(8192, 0x5A);
+    Guarded out(RECORD, 0xCC);
+    for (DWORD type : types)
+        for (DWORD cb = 0; cb <= bytes.size(); cb += cb < 64 || (cb >= RECORD - 4 && cb <= RECORD + 4) ? 1 : 61) {
+            StoreRaw(L"qlr test A", type, bytes.data(), cb);
+            bool whole = type == REG_BINARY && cb == RECORD;
+            EXPECT_EQ(whole, ReadProfile(L"qlr test A", out.as<QLRDEVMODE>()) != FALSE) << type << ", " << cb;
+        }
+    // Whatever driver wrote the record, it is read whole; only the version
+    // of the driver that reads it changes.
+    for (std::vector<BYTE> record : { Pattern(7), std::vector<BYTE>(RECORD, 0) }) {
+        record[AT_DRIVER_VERSION] = 0x00;
+        StoreRaw(L"qlr test A", REG_BINARY, record.data(), RECORD);
+        ASSERT_TRUE(ReadProfile(L"qlr test A", out.as<QLRDEVMODE>()));
+        record[AT_DRIVER_VERSION] = 0x46;
+        record[AT_DRIVER_VERSION + 1] = 0x02;
+        EXPECT_EQ(0, memcmp(record.data(), out.p, RECORD));
+    }
+    EXPECT_FALSE(ReadProfile(L"qlr test B", out.as<QLRDEVMODE>()));
 
-    WCHAR longest[PROFILE_NAME_CHARS];
-    for (int i = 0; i < PROFILE_NAME_CHARS - 1; i++)
-        longest[i] = L'a' + i % 26;
-    longest[PROFILE_NAME_CHARS - 1] = 0;
-    ASSERT_TRUE(WriteCurrentProfileName(longest));
-    ReadCurrentProfileName(name);
-    EXPECT_STREQ(longest, name);
-
-    ASSERT_TRUE(WriteCurrentProfileName(L""));
-    ReadCurrentProfileName(name);
-    EXPECT_STREQ(L"", name);
+    // The current name, stored at every length and without a NUL, comes back
+    // terminated inside a 128-character buffer.
+    Guarded name(PROFILE_NAME_CHARS * sizeof(WCHAR), 0xCC);
+    std::vector<WCHAR> letters(600, L'q');
+    for (DWORD type : types)
+        for (DWORD cb = 0; cb <= 1200; cb += cb < 300 ? 1 : 97) {
+            StoreRaw(L"", type, letters.data(), cb);
+            ReadCurrentProfileName(name.as<WCHAR>());
+            size_t len = wcsnlen(name.as<WCHAR>(), PROFILE_NAME_CHARS);
+            EXPECT_EQ(cb > 256 ? 0 : std::min<size_t>(cb / 2, 127), len) << type << ", " << cb;
+        }
 }
 
-TEST_F(ProfileStore, DeletingTheCurrentProfileClearsIt)
+std::vector<BYTE> FileOf(LPCWSTR name, const std::vector<BYTE> &record)
 {
-    QLRDEVMODE dm = Record(FORMAT_BMP);
-    ASSERT_TRUE(WriteProfile(L"qlr test A", &dm));
-    ASSERT_TRUE(WriteProfile(L"qlr test B", &dm));
-    ASSERT_TRUE(WriteCurrentProfileName(L"qlr test A"));
-    WCHAR name[PROFILE_NAME_CHARS];
-
-    EXPECT_TRUE(DeleteProfile(L"qlr test B"));
-    ReadCurrentProfileName(name);
-    EXPECT_STREQ(L"qlr test A", name);
-
-    EXPECT_TRUE(DeleteProfile(L"QLR TEST A"));
-    EXPECT_FALSE(ProfileExists(L"qlr test A"));
-    ReadCurrentProfileName(name);
-    EXPECT_STREQ(L"", name);
-    EXPECT_FALSE(DeleteProfile(L"qlr test A"));
+    std::vector<BYTE> f(FILE_SIZE, 0);
+    memcpy(&f[0], "QLRP", 4);
+    f[5] = 1;
+    memcpy(&f[8], name, wcslen(name) * 2);
+    memcpy(&f[264], record.data(), RECORD);
+    return f;
 }
 
-TEST_F(ProfileStore, RenameKeepsTheCurrentProfileAndRefusesTakenNames)
+TEST_F(Profiles, FilesCarryTheStoredRecordBetweenMachines)
 {
-    QLRDEVMODE dm = Record(FORMAT_JPEG);
-    ASSERT_TRUE(WriteProfile(L"qlr test A", &dm));
-    dm = Record(FORMAT_DCX);
-    ASSERT_TRUE(WriteProfile(L"qlr test B", &dm));
-    ASSERT_TRUE(WriteCurrentProfileName(L"qlr test A"));
-    WCHAR name[PROFILE_NAME_CHARS];
-
-    EXPECT_FALSE(RenameProfile(L"qlr test A", L"qlr test B"));
-    QLRDEVMODE read;
-    ASSERT_TRUE(ReadProfile(L"qlr test B", &read));
-    EXPECT_EQ(FORMAT_DCX, read.iOutputFormat);
-    EXPECT_TRUE(ProfileExists(L"qlr test A"));
-
-    EXPECT_TRUE(RenameProfile(L"qlr test A", L"QLR TEST C"));
-    EXPECT_FALSE(ProfileExists(L"qlr test A"));
-    ASSERT_TRUE(ReadProfile(L"QLR TEST C", &read));
-    EXPECT_EQ(FORMAT_JPEG, read.iOutputFormat);
-    ReadCurrentProfileName(name);
-    EXPECT_STREQ(L"QLR TEST C", name);
-
-    EXPECT_TRUE(RenameProfile(L"qlr test B", L"qlr test A"));
-    ReadCurrentProfileName(name);
-    EXPECT_STREQ(L"QLR TEST C", name) << "renaming another profile leaves the current one";
-
-    // Only the letter case differs: nothing changes, the key keeps its case.
-    EXPECT_TRUE(RenameProfile(L"QLR TEST C", L"qlr test c"));
-    HKEY hKey;
-    ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_CURRENT_USER, PROFILE_KEY, 0, KEY_READ, &hKey));
-    bool found = false;
-    WCHAR sub[PROFILE_NAME_CHARS];
-    for (DWORD i = 0, cch = PROFILE_NAME_CHARS; RegEnumKeyExW(hKey, i, sub, &cch, NULL, NULL, NULL, NULL) == ERROR_SUCCESS;
-         i++, cch = PROFILE_NAME_CHARS)
-        found |= lstrcmpW(sub, L"QLR TEST C") == 0;
-    RegCloseKey(hKey);
-    EXPECT_TRUE(found);
-
-    EXPECT_FALSE(RenameProfile(L"no such qlr profile", L"qlr test B"));
-    EXPECT_FALSE(ProfileExists(L"qlr test B"));
-}
-
-TEST_F(ProfileStore, FilesRoundTripTheStoredRecord)
-{
-    QLRDEVMODE dm = Record(FORMAT_GIF);
-    dm.dmPublic.dmDriverVersion = 0x0100;
-    lstrcpyW(dm.szComments, L"exported");
-    StoreRaw(L"qlr test A", REG_BINARY, &dm, sizeof(dm));
-    std::wstring path = TempFile(L"qlr-roundtrip.qlr");
+    std::vector<BYTE> record = Pattern(3);
+    record[AT_DRIVER_VERSION] = 0x10;   // an older driver's record
+    StoreRaw(L"qlr test A", REG_BINARY, record.data(), RECORD);
+    WriteBytes(path, std::vector<BYTE>(5000, 0xEE));
     ASSERT_TRUE(ExportProfileFile(L"qlr test A", path.c_str()));
+    EXPECT_TRUE(FileOf(L"qlr test A", Pattern(3)) == ReadBytes(path)) << "the file is exactly the exported profile";
 
-    std::vector<BYTE> file = ReadBytes(path);
-    ASSERT_EQ(3748u, file.size());
-    EXPECT_EQ(0, memcmp(file.data(), "QLRP", 4));
-    EXPECT_EQ(0x100u, *(DWORD *)&file[4]);
-    EXPECT_STREQ(L"qlr test A", (const WCHAR *)&file[8]);
-    for (size_t i = 8 + sizeof(L"qlr test A"); i < 264; i++)
-        ASSERT_EQ(0, file[i]) << "byte " << i;
-    QLRDEVMODE expected = dm;
-    expected.dmPublic.dmDriverVersion = QLR_DRIVER_VERSION;
-    EXPECT_EQ(0, memcmp(&expected, &file[264], sizeof(expected)));
+    DeleteFileW(path.c_str());
+    EXPECT_FALSE(ExportProfileFile(L"qlr test B", path.c_str()));
+    EXPECT_EQ(INVALID_FILE_ATTRIBUTES, GetFileAttributesW(path.c_str()));
 
-    ASSERT_TRUE(DeleteProfile(L"qlr test A"));
+    // Imported whole, whatever driver wrote the record (its signature and
+    // private version are pattern bytes), and stored marked.
+    std::vector<BYTE> file = FileOf(L"qlr test B", Pattern(3));
+    memcpy(&file[8 + 2 * 11], L"after the NUL", 26);
+    WriteBytes(path, file);
     WCHAR name[PROFILE_NAME_CHARS] = L"";
     ASSERT_TRUE(ImportProfileFile(path.c_str(), name));
-    EXPECT_STREQ(L"qlr test A", name);
-    QLRDEVMODE read;
-    ASSERT_TRUE(ReadProfile(L"qlr test A", &read));
-    expected.m_bProfiled = TRUE;
-    EXPECT_EQ(0, memcmp(&expected, &read, sizeof(read)));
+    EXPECT_STREQ(L"qlr test B", name);
+    EXPECT_EQ(L"[] qlr test A=3484b qlr test B=3", Image(true));
 
-    // Exporting onto an existing file replaces it.
-    dm.iOutputFormat = FORMAT_DCX;
-    StoreRaw(L"qlr test A", REG_BINARY, &dm, sizeof(dm));
-    ASSERT_TRUE(ExportProfileFile(L"qlr test A", path.c_str()));
-    EXPECT_EQ(FORMAT_DCX, ((QLRDEVMODE *)&ReadBytes(path)[264])->iOutputFormat);
-    DeleteFileW(path.c_str());
-}
-
-TEST_F(ProfileStore, BadFilesChangeNothing)
-{
-    QLRDEVMODE dm = Record(FORMAT_BMP);
-    ASSERT_TRUE(WriteProfile(L"qlr test B", &dm));
-    std::wstring path = TempFile(L"qlr-bad.qlr");
-    ASSERT_TRUE(ExportProfileFile(L"qlr test B", path.c_str()));
-    const std::vector<BYTE> good = ReadBytes(path);
-    ASSERT_EQ(3748u, good.size());
-    ASSERT_TRUE(DeleteProfile(L"qlr test B"));
-
-    struct { const char *what; void (*mutate)(std::vector<BYTE> &); } cases[] = {
-        { "3747 bytes", [](std::vector<BYTE> &f) { f.pop_back(); } },
-        { "3749 bytes", [](std::vector<BYTE> &f) { f.push_back(0); } },
-        { "magic", [](std::vector<BYTE> &f) { f[3] = 'X'; } },
-        { "version 257", [](std::vector<BYTE> &f) { f[4] = 1; f[5] = 1; } },
-        { "empty name", [](std::vector<BYTE> &f) { f[8] = f[9] = 0; } },
-        { "name without NUL", [](std::vector<BYTE> &f) { for (int i = 8; i < 264; i += 2) { f[i] = 'x'; f[i + 1] = 0; } } },
-        { "backslash", [](std::vector<BYTE> &f) { f[8 + 2 * 3] = '\\'; } },
-    };
-    for (const auto &c : cases) {
-        std::vector<BYTE> bad = good;
-        c.mutate(bad);
-        WriteBytes(path, bad);
-        WCHAR name[PROFILE_NAME_CHARS] = L"untouched";
-        EXPECT_FALSE(ImportProfileFile(path.c_str(), name)) << c.what;
-        EXPECT_FALSE(ProfileExists(L"qlr test B")) << c.what;
-        HKEY hKey;
-        EXPECT_NE(ERROR_SUCCESS, RegOpenKeyExW(HKEY_CURRENT_USER, PROFILE_KEY L"\\qlr", 0, KEY_READ, &hKey)) << c.what;
+    // Damaged files are refused before anything is stored.
+    const std::wstring before = Image();
+    const std::vector<BYTE> good = FileOf(L"qlr test C", record);
+    struct Damage { const char *what; size_t at; int value; size_t size; };
+    std::vector<Damage> damages;
+    for (size_t size : { 0, 1, 4, 8, 264, 3747, 3749, 4096 })
+        damages.push_back({ "size", 0, -1, size });
+    for (size_t at = 0; at < 8; at++)
+        for (int value = 0; value < 256; value += 15)
+            if (value != good[at])
+                damages.push_back({ "magic or version", at, value, FILE_SIZE });
+    damages.push_back({ "empty name", 8, 0, FILE_SIZE });
+    for (size_t at : { 8, 20, 26 })
+        damages.push_back({ "backslash in the name", at, '\\', FILE_SIZE });
+    for (const auto &d : damages) {
+        std::vector<BYTE> f = good;
+        if (d.value >= 0)
+            f[d.at] = (BYTE)d.value;
+        f.resize(d.size, 0);
+        WriteBytes(path, f);
+        EXPECT_FALSE(ImportProfileFile(path.c_str(), name)) << d.what << " at " << d.at << " = " << d.value;
+        EXPECT_EQ(before, Image()) << d.what << " at " << d.at;
     }
-
-    // A record of another driver version is imported like any other.
-    std::vector<BYTE> older = good;
-    older[264 + 220] = 0x00; older[264 + 221] = 0x20;
-    WriteBytes(path, older);
-    WCHAR name[PROFILE_NAME_CHARS];
-    EXPECT_TRUE(ImportProfileFile(path.c_str(), name));
-    EXPECT_TRUE(ProfileExists(L"qlr test B"));
-}
-
-TEST_F(ProfileStore, NamesOutsideTheLimitsAreRefused)
-{
-    QLRDEVMODE dm = Record(FORMAT_BMP);
-    EXPECT_FALSE(WriteProfile(L"", &dm));
-    WCHAR tooLong[PROFILE_NAME_CHARS + 1];
-    for (int i = 0; i < PROFILE_NAME_CHARS; i++)
-        tooLong[i] = L'x';
-    tooLong[PROFILE_NAME_CHARS] = 0;
-    EXPECT_FALSE(WriteProfile(tooLong, &dm));
-    EXPECT_FALSE(ProfileExists(tooLong));
-    EXPECT_FALSE(ProfileExists(L""));
+    std::vector<BYTE> unterminated = good;
+    for (size_t i = 8; i < 264; i += 2)
+        unterminated[i] = 'n';
+    WriteBytes(path, unterminated);
+    EXPECT_FALSE(ImportProfileFile(path.c_str(), name)) << "a name without its NUL";
+    EXPECT_EQ(before, Image());
+    DeleteFileW(path.c_str());
+    EXPECT_FALSE(ImportProfileFile(path.c_str(), name)) << "no file";
 }
 
 }  // namespace
