@@ -178,7 +178,7 @@ TEST(Exports, DocumentPropertiesMerge)
 
 // Every capability for working records of several kinds; the whole output
 // buffer is compared, so a list that writes one element too many shows.
-TEST(Exports, DeviceCapabilities)
+TEST(Exports, Capabilities)
 {
     const struct { const char *name; int base; Puts in; int resolution; POINT paper; } records[] = {
         { "no record", NONE, {}, 200, { 2100, 2970 } },
@@ -208,106 +208,95 @@ TEST(Exports, DeviceCapabilities)
 }
 
 // The sheet's reasons as the property-sheet library gives them, with a
-// stand-in for the library's callback that records the pages it is given.
-std::vector<PROPSHEETPAGEW> g_pages;
-size_t g_refuseAt = 99;
+// stand-in for the library's callback that lists the pages it is given as
+// "size flags template" and whether they carry the module and the sheet state.
+std::string g_pages;
+int g_added, g_refuseAt = 99;
+PROPSHEETUI_INFO g_info;
+LPCWSTR g_title = L"Quillora";
 LONG_PTR CALLBACK AddPage(HANDLE, UINT function, LPARAM page, LPARAM)
 {
-    if (function != CPSFUNC_ADD_PROPSHEETPAGEW || g_pages.size() == g_refuseAt)
+    const PROPSHEETPAGEW *p = (const PROPSHEETPAGEW *)page;
+    if (function != CPSFUNC_ADD_PROPSHEETPAGEW || g_added == g_refuseAt)
         return 0;
-    g_pages.push_back(*(PROPSHEETPAGEW *)page);
-    return 0x100 + g_pages.size();
+    g_pages += std::to_string(p->dwSize) + " " + std::to_string(p->dwFlags) + " " +
+               std::to_string((ULONG_PTR)p->pszTemplate) + (p->hInstance == TheDriver().hModule ? "" : " other module") +
+               (p->lParam == (LPARAM)g_info.UserData ? "" : " other state") +
+               (p->pszTitle ? (p->pszTitle == g_title ? " titled;" : " wrong title;") : ";");
+    return 0x100 + ++g_added;
+}
+
+std::string Failed(LONG result)
+{
+    return std::to_string(result) + "/" + std::to_string(GetLastError());
+}
+
+LONG Reason(const Driver &d, WORD reason, LPARAM lParam, PFN_SHEETS entry = NULL)
+{
+    g_info.Reason = reason;
+    SetLastError(0);
+    return (entry ? entry : d.DocumentPropertySheets)(&g_info, lParam);
 }
 
 TEST(Exports, SheetReasons)
 {
     const Driver &d = TheDriver();
-    struct { DWORD mode; bool written; } modes[] = {
-        { DM_IN_BUFFER | DM_OUT_BUFFER | DM_PROMPT, true }, { DM_UPDATE | DM_PROMPT, true },
-        { DM_PROMPT, false }, { DM_OUT_BUFFER | DM_NOPERMISSION, false },
-    };
-    for (const auto &m : modes) {
+    const std::string v2 = std::to_string(PROPSHEETPAGEW_V2_SIZE);
+    for (DWORD mode : { DM_IN_BUFFER | DM_OUT_BUFFER | DM_PROMPT, DM_UPDATE | DM_PROMPT, DM_PROMPT,
+                        DM_OUT_BUFFER | DM_NOPERMISSION }) {
         Layout in, out;
         MakeInput(&in, PUBLIC, 0, { { 72, 4, 0x401 }, { 76, 2, 2 }, { 90, 2, -4 } });
         MakeLayout(&out, 0, 0, 0, 0xA5);
-        DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", in.dm(), out.dm(), 3484, m.mode };
-        PROPSHEETUI_INFO info = { sizeof(info), 0x100, 0, PROPSHEETUI_REASON_INIT, (HANDLE)1, AddPage, (LPARAM)&h, 0, 0 };
+        Bytes work = Factory(), want(out.bytes, out.bytes + sizeof(out.bytes));
+        DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", in.dm(), out.dm(), 3484, mode };
+        g_info = { sizeof(g_info), 0x100, 0, 0, (HANDLE)1, AddPage, (LPARAM)&h, 0, 0 };
         g_pages.clear();
-        ASSERT_EQ(1, d.DocumentPropertySheets(&info, (LPARAM)&h)) << m.mode;
+        g_added = 0;
+        ASSERT_EQ(1, Reason(d, PROPSHEETUI_REASON_INIT, (LPARAM)&h)) << mode;
+        EXPECT_EQ(v2 + " 0 111;" + v2 + " 0 110;" + v2 + " 0 114;", g_pages) << mode;
         EXPECT_EQ(300, in.dm()->dmPrintQuality) << "normalised in place";
-        ASSERT_EQ(3u, g_pages.size());
-        const WORD templates[] = { 111, 110, 114 };
-        for (int i = 0; i < 3; i++) {
-            EXPECT_EQ(PROPSHEETPAGEW_V2_SIZE, g_pages[i].dwSize) << "page " << i;
-            EXPECT_EQ(0u, g_pages[i].dwFlags) << "page " << i;
-            EXPECT_EQ(d.hModule, g_pages[i].hInstance) << "page " << i;
-            EXPECT_EQ(templates[i], (WORD)(ULONG_PTR)g_pages[i].pszTemplate) << "page " << i;
-            EXPECT_EQ((LPARAM)info.UserData, g_pages[i].lParam) << "page " << i;
-        }
         PROPSHEETUI_INFO_HEADER ih = {};
-        info.Reason = PROPSHEETUI_REASON_GET_INFO_HEADER;
-        EXPECT_EQ(1, d.DocumentPropertySheets(&info, (LPARAM)&ih));
+        EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_GET_INFO_HEADER, (LPARAM)&ih));
         EXPECT_EQ(6, ih.Flags);
         EXPECT_EQ(h.pszPrinterName, ih.pTitle);
         EXPECT_EQ(d.hModule, ih.hInst);
-        EXPECT_EQ(-1, d.DocumentPropertySheets(&info, 0)) << "no info header";
+        EXPECT_EQ(-1, Reason(d, PROPSHEETUI_REASON_GET_INFO_HEADER, 0)) << "no info header";
 
-        info.Reason = PROPSHEETUI_REASON_SET_RESULT;
         SETRESULT_INFO result = { sizeof(result), 0, (HANDLE)0x999, 1 };
-        EXPECT_EQ(-1, d.DocumentPropertySheets(&info, (LPARAM)&result)) << "a handle of no page";
-        Bytes want(out.bytes, out.bytes + sizeof(out.bytes));
-        EXPECT_EQ("", FirstDiff(out.bytes, want.data(), 8192)) << m.mode;
+        EXPECT_EQ(-1, Reason(d, PROPSHEETUI_REASON_SET_RESULT, (LPARAM)&result)) << "a handle of no page";
+        EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes))) << mode;
         result.hSetResult = (HANDLE)0x103;
-        EXPECT_EQ(1, d.DocumentPropertySheets(&info, (LPARAM)&result));
-        EXPECT_EQ(1u, info.Result);
-        Bytes work = Factory();
+        EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_SET_RESULT, (LPARAM)&result));
+        EXPECT_EQ(1u, g_info.Result);
         Apply(work.data(), { { 76, 2, 2 }, { 232, 4, 1 }, { 90, 2, 300 }, { 96, 2, 300 }, { 236, 4, 300 } });
-        if (m.written)
+        if (mode & (DM_UPDATE | DM_COPY) && !(mode & DM_NOPERMISSION))
             want = WriteOut(work, in.bytes);
-        EXPECT_EQ("", FirstDiff(out.bytes, want.data(), 8192)) << m.mode;
-
-        info.Reason = PROPSHEETUI_REASON_DESTROY;
-        EXPECT_EQ(1, d.DocumentPropertySheets(&info, 0));
-        EXPECT_EQ(0u, info.UserData);
-        info.Reason = 7;
-        EXPECT_EQ(-1, d.DocumentPropertySheets(&info, 0)) << "unknown reason";
+        EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes))) << mode;
+        EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_DESTROY, 0));
+        EXPECT_EQ(0u, g_info.UserData);
+        EXPECT_EQ(-1, Reason(d, 7, 0)) << "unknown reason";
     }
-    PROPSHEETUI_INFO info = { sizeof(info), 0x100, 0, PROPSHEETUI_REASON_INIT, (HANDLE)1, AddPage, 0, 0, 0 };
-    for (LONG reason : { PROPSHEETUI_REASON_INIT, PROPSHEETUI_REASON_GET_INFO_HEADER }) {
-        info.Reason = reason;
-        SetLastError(0);
-        EXPECT_EQ(-1, d.DocumentPropertySheets(&info, 0)) << "no header, reason " << reason;
-        EXPECT_EQ(13u, GetLastError()) << "no header, reason " << reason;
-    }
+    g_info.lParamInit = 0;
+    EXPECT_EQ("-1/13", Failed(Reason(d, PROPSHEETUI_REASON_INIT, 0))) << "no document header";
+    EXPECT_EQ("-1/13", Failed(Reason(d, PROPSHEETUI_REASON_GET_INFO_HEADER, 0))) << "no document header";
+    EXPECT_EQ("-1/13", Failed(Reason(d, PROPSHEETUI_REASON_INIT, 0, d.DevicePropertySheets))) << "no device header";
     DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", NULL, NULL, 3484, DM_PROMPT };
-    info.Reason = PROPSHEETUI_REASON_INIT;
-    g_pages.clear();
+    g_added = 0;
     g_refuseAt = 1;
-    EXPECT_EQ(-1, d.DocumentPropertySheets(&info, (LPARAM)&h)) << "a page refused";
-    EXPECT_NE(0u, info.UserData) << "the state stays for DESTROY";
-    g_refuseAt = 99;
-    info.Reason = PROPSHEETUI_REASON_DESTROY;
-    EXPECT_EQ(1, d.DocumentPropertySheets(&info, 0));
+    EXPECT_EQ(-1, Reason(d, PROPSHEETUI_REASON_INIT, (LPARAM)&h)) << "a page refused";
+    EXPECT_NE(0u, g_info.UserData) << "the state stays for DESTROY";
+    EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_DESTROY, 0));
 
-    // The device sheet: the About page only.
-    DEVICEPROPERTYHEADER dh = { sizeof(dh), 0, NULL, (LPWSTR)L"Quillora" };
-    SetLastError(0);
-    EXPECT_EQ(-1, d.DevicePropertySheets(NULL, 0));
-    EXPECT_EQ(13u, GetLastError());
-    info.lParamInit = 0;
-    SetLastError(0);
-    EXPECT_EQ(-1, d.DevicePropertySheets(&info, 0));
-    EXPECT_EQ(13u, GetLastError());
-    info.lParamInit = (LPARAM)&dh;
+    // The device sheet: the About page only, titled with the printer's name.
+    DEVICEPROPERTYHEADER dh = { sizeof(dh), 0, NULL, (LPWSTR)g_title };
+    g_info.lParamInit = (LPARAM)&dh;
     g_pages.clear();
-    EXPECT_EQ(1, d.DevicePropertySheets(&info, 0)) << "DESTROY";
-    info.Reason = PROPSHEETUI_REASON_INIT;
-    EXPECT_EQ(1, d.DevicePropertySheets(&info, 0));
-    ASSERT_EQ(1u, g_pages.size());
-    EXPECT_EQ(PROPSHEETPAGEW_V2_SIZE, g_pages[0].dwSize);
-    EXPECT_EQ(113, (WORD)(ULONG_PTR)g_pages[0].pszTemplate);
-    EXPECT_EQ(dh.pszPrinterName, g_pages[0].pszTitle);
-    EXPECT_EQ(d.hModule, g_pages[0].hInstance);
+    g_refuseAt = 99;
+    EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_DESTROY, 0, d.DevicePropertySheets));
+    EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_INIT, 0, d.DevicePropertySheets));
+    EXPECT_EQ(v2 + " 0 113 titled;", g_pages);
+    SetLastError(0);
+    EXPECT_EQ("-1/13", Failed(d.DevicePropertySheets(NULL, 0))) << "no information";
 
     DEVQUERYPRINT_INFO query = { sizeof(query), 1, NULL, NULL, NULL, 0, 0 };
     EXPECT_FALSE(d.DevQueryPrintEx(&query));

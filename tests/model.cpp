@@ -113,62 +113,54 @@ std::string FirstDiff(const BYTE *got, const BYTE *want, size_t n)
 
 DWORD ExpectedCap(WORD cap, BYTE *out, int resolution, POINT paper)
 {
-    static const struct { WORD cap; DWORD answer; } constants[] = {
-        { DC_FIELDS, 0x0001FC0F }, { DC_DUPLEX, 0 }, { DC_SIZE, 220 }, { DC_EXTRA, 3264 },
-        { DC_VERSION, 0x0401 }, { DC_DRIVER, 0x0246 }, { DC_TRUETYPE, 1 },
-        { DC_ORIENTATION, 90 }, { DC_COPIES, 1 }, { DC_COLLATE, 0 }, { DC_PRINTRATE, 12 },
-        { DC_PRINTRATEUNIT, 1 }, { DC_PRINTERMEM, 0 }, { DC_STAPLE, 0 },
-        { DC_PRINTRATEPPM, 12 }, { DC_COLORDEVICE, 1 },
-    };
-    for (const auto &c : constants)
-        if (c.cap == cap)
-            return c.answer;
+    static const WORD caps[] = { DC_FIELDS, DC_DUPLEX, DC_SIZE, DC_EXTRA, DC_VERSION, DC_DRIVER, DC_TRUETYPE,
+                                 DC_ORIENTATION, DC_COPIES, DC_COLLATE, DC_PRINTRATE, DC_PRINTRATEUNIT,
+                                 DC_PRINTERMEM, DC_STAPLE, DC_PRINTRATEPPM, DC_COLORDEVICE, DC_BINS,
+                                 DC_BINNAMES, DC_FILEDEPENDENCIES, DC_MINEXTENT, DC_MAXEXTENT };
+    static const DWORD answers[] = { 0x1FC0F, 0, 220, 3264, 0x0401, 0x0246, 1, 90, 1, 0, 12, 1, 0, 0, 12, 1, 1,
+                                     1, 0, 0x00640064, 0x3B883B88 };
+    const LONG resolutions[10] = { 50, 72, 96, 100, 150, 200, 300, 400, 600, resolution };
+    const LONG pages[6] = { 1, 2, 4, 6, 9, 16 };
     WORD *words = (WORD *)out;
     LONG *longs = (LONG *)out;
-    switch (out ? cap : 0) {
+    switch (cap) {
     case DC_PAPERS:
-        for (int i = 0; i < 39; i++)
-            words[i] = (WORD)g_Papers[i].id;
-        words[39] = DMPAPER_USER;
-        break;
+        for (int i = 0; out && i < 40; i++)
+            words[i] = (WORD)(i < 39 ? g_Papers[i].id : DMPAPER_USER);
+        return 40;
     case DC_PAPERSIZE:
-        for (int i = 0; i < 39; i++) {
+        for (int i = 0; out && i < 39; i++) {
             longs[2 * i] = g_Papers[i].mm ? g_Papers[i].w * 10 : g_Papers[i].w * 254 / 1000;
             longs[2 * i + 1] = g_Papers[i].mm ? g_Papers[i].h * 10 : g_Papers[i].h * 254 / 1000;
         }
-        longs[78] = paper.x;
-        longs[79] = paper.y;
-        break;
+        if (out)
+            memcpy(longs + 78, &paper, 8);
+        return 40;
     case DC_PAPERNAMES:
     case DC_MEDIAREADY:
-        for (int i = 0; i < 40; i++)
+        for (int i = 0; out && i < 40; i++)
             Apply(out, { { 128 * i, 64, 0, i < 39 ? g_Papers[i].name : L"Custom Paper" } });
-        break;
-    case DC_ENUMRESOLUTIONS: {
-        const LONG list[10] = { 50, 72, 96, 100, 150, 200, 300, 400, 600, resolution };
-        for (int i = 0; i < 20; i++)
-            longs[i] = list[i / 2];
-        break;
+        return 40;
+    case DC_ENUMRESOLUTIONS:
+        for (int i = 0; out && i < 20; i++)
+            longs[i] = resolutions[i / 2];
+        return 10;
+    case DC_NUP:
+        if (out)
+            memcpy(out, pages, sizeof(pages));
+        return 6;
     }
-    case DC_NUP: {
-        const LONG list[6] = { 1, 2, 4, 6, 9, 16 };
-        memcpy(out, list, sizeof(list));
-        break;
-    }
-    case DC_BINS: words[0] = DMBIN_AUTO; break;
-    case DC_BINNAMES: memcpy(out, L"Main paper tray", 32); break;
-    case DC_FILEDEPENDENCIES: words[0] = 0; break;
-    case DC_MINEXTENT: longs[0] = 0x00640064; break;
-    case DC_MAXEXTENT: longs[0] = 0x3B883B88; break;
-    }
-    switch (cap) {
-    case DC_PAPERS: case DC_PAPERSIZE: case DC_PAPERNAMES: case DC_MEDIAREADY: return 40;
-    case DC_ENUMRESOLUTIONS: return 10;
-    case DC_NUP: return 6;
-    case DC_BINS: case DC_BINNAMES: return 1;
-    case DC_FILEDEPENDENCIES: return 0;
-    case DC_MINEXTENT: return 0x00640064;
-    case DC_MAXEXTENT: return 0x3B883B88;
-    }
+    for (size_t i = 0; i < ARRAYSIZE(caps); i++)
+        if (caps[i] == cap) {
+            if (out && (cap == DC_MINEXTENT || cap == DC_MAXEXTENT))
+                longs[0] = answers[i];
+            if (out && cap == DC_BINS)
+                words[0] = DMBIN_AUTO;
+            if (out && cap == DC_BINNAMES)
+                memcpy(out, L"Main paper tray", 32);
+            if (out && cap == DC_FILEDEPENDENCIES)
+                words[0] = 0;
+            return answers[i];
+        }
     return (DWORD)-1;
 }
