@@ -11,10 +11,7 @@ namespace {
 // Runs the tool beside the test program; its exit code and what it printed.
 std::string Admin(const std::wstring &args, DWORD *code)
 {
-    WCHAR exe[MAX_PATH];
-    GetModuleFileNameW(NULL, exe, MAX_PATH);
-    lstrcpyW(wcsrchr(exe, L'\\') + 1, L"qlradmin.exe");
-    std::wstring line = L"\"" + std::wstring(exe) + L"\" " + args;
+    std::wstring line = L"\"" + Beside(L"qlradmin.exe") + L"\" " + args;
     SECURITY_ATTRIBUTES sa = { sizeof(sa), NULL, TRUE };
     HANDLE hRead, hWrite;
     CreatePipe(&hRead, &hWrite, &sa, 0);
@@ -25,15 +22,15 @@ std::string Admin(const std::wstring &args, DWORD *code)
     si.hStdOutput = si.hStdError = hWrite;
     PROCESS_INFORMATION pi;
     std::string out;
-    *code = 1000;
-    if (CreateProcessW(NULL, &line[0], NULL, NULL, TRUE, 0, NULL, NULL, &si, &pi)) {
-        CloseHandle(hWrite);
-        char buf[4096];
-        DWORD cb;
-        while (ReadFile(hRead, buf, sizeof(buf), &cb, NULL) && cb)
-            out.append(buf, cb);
-        WaitForSingleObject(pi.hProcess, 10000);
+    *code = CreateProcessW(NULL, &line[0], NULL, NULL, TRUE, 0, NULL, NULL, &si, &pi) ? 0 : 1000;
+    CloseHandle(hWrite);
+    char buf[4096];
+    DWORD cb;
+    while (!*code && ReadFile(hRead, buf, sizeof(buf), &cb, NULL) && cb)
+        out.append(buf, cb);
+    if (!*code && !WaitForSingleObject(pi.hProcess, 10000))
         GetExitCodeProcess(pi.hProcess, code);
+    if (*code != 1000) {
         CloseHandle(pi.hProcess);
         CloseHandle(pi.hThread);
     }

@@ -22,34 +22,39 @@ void MakeInput(Layout *in, int base, WORD extra, const Puts &puts)
     Apply(in->bytes, puts);
 }
 
-struct ConvertRow {
-    const char *name; DWORD mode; LPCWSTR printer; WORD inSize, inExtra, inVersion; bool out;
-    WORD outSize, outExtra, outVersion; LONG needed; BOOL ok; DWORD error; LONG neededAfter;
-};
+// Outcome of a call as "result error needed", the error only on failure.
+std::string Outcome(LONG result, LONG needed)
+{
+    return std::to_string(result) + " " + (result > 0 ? "-" : std::to_string(GetLastError())) + " " +
+           std::to_string(needed);
+}
 
 TEST(Exports, ConvertDevMode)
 {
     const WORD V = 0x0401;
-    const ConvertRow rows[] = {
-        { "into a smaller layout", CDM_CONVERT, 0, 220, 3264, V, true, 212, 100, 0x0400, 312, TRUE, 0, 312 },
-        { "one byte short", CDM_CONVERT, 0, 220, 3264, V, true, 212, 100, 0x0400, 311, FALSE, 87, 311 },
-        { "versionless input", CDM_CONVERT, 0, 200, 0, 0, true, 212, 100, 0x0400, 999, FALSE, 87, 999 },
-        { "versionless output", CDM_CONVERT, 0, 220, 3264, V, true, 200, 10, 0, 999, FALSE, 87, 999 },
-        { "no output", CDM_CONVERT, 0, 220, 3264, V, false, 0, 0, 0, 8192, FALSE, 87, 8192 },
-        { "from the 3.51 layout", CDM_CONVERT, 0, 188, 3264, 0x0320, true, 220, 3264, V, 3484, TRUE, 0, 3484 },
-        { "public part of 212", CDM_CONVERT, 0, 212, 0, 0, true, 220, 3264, V, 3484, TRUE, 0, 3484 },
-        { "size by own version", CDM_CONVERT, 0, 300, 10, V, true, 220, 3264, 0, 3600, TRUE, 0, 3484 },
-        { "3.51 too small", CDM_CONVERT351, 0, 220, 3264, V, true, 0, 0, 0, 100, FALSE, 122, 3452 },
-        { "3.51 without output", CDM_CONVERT351, 0, 220, 3264, V, false, 0, 0, 0, 8192, FALSE, 122, 3452 },
-        { "3.51", CDM_CONVERT351, 0, 220, 3264, V, true, 0, 0, 0, 3452, TRUE, 0, 3452 },
-        { "3.51 of versionless", CDM_CONVERT351, 0, 200, 0, 0, true, 0, 0, 0, 3452, FALSE, 87, 3452 },
-        { "defaults too small", CDM_DRIVER_DEFAULT, L"Quillora", 0, 0, 0, true, 0, 0, 0, 3483, FALSE, 122, 3484 },
-        { "defaults without output", CDM_DRIVER_DEFAULT, L"Quillora", 0, 0, 0, false, 0, 0, 0, 9000, FALSE, 122, 3484 },
-        { "defaults of no printer", CDM_DRIVER_DEFAULT, L"No Such Printer", 0, 0, 0, true, 0, 0, 0, 3484, FALSE, 13, 3484 },
-        { "defaults", CDM_DRIVER_DEFAULT, L"Quillora", 0, 0, 0, true, 0, 0, 0, 3484, TRUE, 0, 3484 },
-        { "unknown mode", 8, 0, 220, 3264, V, true, 220, 3264, V, 3484, FALSE, 0xdeadbeef, 3484 },
+    const struct {
+        const char *name; DWORD mode; LPCWSTR printer; WORD inSize, inExtra, inVersion; bool out;
+        WORD outSize, outExtra, outVersion; LONG needed; const char *outcome;
+    } rows[] = {
+        { "into a smaller layout", CDM_CONVERT, 0, 220, 3264, V, true, 212, 100, 0x0400, 312, "1 - 312" },
+        { "one byte short", CDM_CONVERT, 0, 220, 3264, V, true, 212, 100, 0x0400, 311, "0 87 311" },
+        { "versionless input", CDM_CONVERT, 0, 200, 0, 0, true, 212, 100, 0x0400, 999, "0 87 999" },
+        { "versionless output", CDM_CONVERT, 0, 220, 3264, V, true, 200, 10, 0, 999, "0 87 999" },
+        { "no output", CDM_CONVERT, 0, 220, 3264, V, false, 0, 0, 0, 8192, "0 87 8192" },
+        { "from the 3.51 layout", CDM_CONVERT, 0, 188, 3264, 0x0320, true, 220, 3264, V, 3484, "1 - 3484" },
+        { "public part of 212", CDM_CONVERT, 0, 212, 0, 0, true, 220, 3264, V, 3484, "1 - 3484" },
+        { "size by own version", CDM_CONVERT, 0, 300, 10, V, true, 220, 3264, 0, 3600, "1 - 3484" },
+        { "3.51 too small", CDM_CONVERT351, 0, 220, 3264, V, true, 0, 0, 0, 100, "0 122 3452" },
+        { "3.51 without output", CDM_CONVERT351, 0, 220, 3264, V, false, 0, 0, 0, 8192, "0 122 3452" },
+        { "3.51", CDM_CONVERT351, 0, 220, 3264, V, true, 0, 0, 0, 3452, "1 - 3452" },
+        { "3.51 of versionless", CDM_CONVERT351, 0, 200, 0, 0, true, 0, 0, 0, 3452, "0 87 3452" },
+        { "defaults too small", CDM_DRIVER_DEFAULT, L"Quillora", 0, 0, 0, true, 0, 0, 0, 3483, "0 122 3484" },
+        { "defaults without output", CDM_DRIVER_DEFAULT, L"Quillora", 0, 0, 0, false, 0, 0, 0, 9000, "0 122 3484" },
+        { "defaults of no printer", CDM_DRIVER_DEFAULT, L"No Such Printer", 0, 0, 0, true, 0, 0, 0, 3484, "0 13 3484" },
+        { "defaults", CDM_DRIVER_DEFAULT, L"Quillora", 0, 0, 0, true, 0, 0, 0, 3484, "1 - 3484" },
+        { "unknown mode", 8, 0, 220, 3264, V, true, 220, 3264, V, 3484, "0 3735928559 3484" },
     };
-    for (const ConvertRow &r : rows) {
+    for (const auto &r : rows) {
         Layout in, out;
         for (size_t i = 0; i < sizeof(in.bytes); i++)
             in.bytes[i] = (BYTE)(i * 7 + 3);
@@ -58,23 +63,18 @@ TEST(Exports, ConvertDevMode)
         Bytes want(out.bytes, out.bytes + sizeof(out.bytes));
         if (r.mode == CDM_CONVERT351 && r.out && r.needed >= 3452)
             Apply(want.data(), { { 64, 2, 0x0320 }, { 66, 2, 0x0350 }, { 68, 2, 188 }, { 70, 2, 3264 } });
-        if (r.ok && r.mode == CDM_DRIVER_DEFAULT)
+        if (r.outcome[0] == '1' && r.mode == CDM_DRIVER_DEFAULT)
             memcpy(want.data(), Factory().data(), 3484);
-        else if (r.ok || r.mode == CDM_CONVERT351)
+        else if (r.outcome[0] == '1' || r.mode == CDM_CONVERT351)
             ConvertInto(in.bytes, want.data());
         LONG needed = r.needed;
         SetLastError(0xdeadbeef);
         BOOL ok = TheDriver().ConvertDevMode((LPWSTR)r.printer, in.dm(), r.out ? out.dm() : NULL, &needed, r.mode);
-        EXPECT_EQ(r.ok, ok) << r.name;
-        if (r.error) {
-            EXPECT_EQ(r.error, GetLastError()) << r.name;
-        }
-        EXPECT_EQ(r.neededAfter, needed) << r.name;
+        EXPECT_EQ(r.outcome, Outcome(ok, needed)) << r.name;
         EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes))) << r.name;
     }
     SetLastError(0xdeadbeef);
-    EXPECT_FALSE(TheDriver().ConvertDevMode(NULL, NULL, NULL, NULL, CDM_CONVERT));
-    EXPECT_EQ(87u, GetLastError()) << "no size given";
+    EXPECT_EQ("0 87 0", Outcome(TheDriver().ConvertDevMode(NULL, NULL, NULL, NULL, CDM_CONVERT), 0)) << "no size given";
 }
 
 struct DirectRow {
@@ -226,11 +226,6 @@ LONG_PTR CALLBACK AddPage(HANDLE, UINT function, LPARAM page, LPARAM)
     return 0x100 + ++g_added;
 }
 
-std::string Failed(LONG result)
-{
-    return std::to_string(result) + "/" + std::to_string(GetLastError());
-}
-
 LONG Reason(const Driver &d, WORD reason, LPARAM lParam, PFN_SHEETS entry = NULL)
 {
     g_info.Reason = reason;
@@ -277,9 +272,9 @@ TEST(Exports, SheetReasons)
         EXPECT_EQ(-1, Reason(d, 7, 0)) << "unknown reason";
     }
     g_info.lParamInit = 0;
-    EXPECT_EQ("-1/13", Failed(Reason(d, PROPSHEETUI_REASON_INIT, 0))) << "no document header";
-    EXPECT_EQ("-1/13", Failed(Reason(d, PROPSHEETUI_REASON_GET_INFO_HEADER, 0))) << "no document header";
-    EXPECT_EQ("-1/13", Failed(Reason(d, PROPSHEETUI_REASON_INIT, 0, d.DevicePropertySheets))) << "no device header";
+    EXPECT_EQ("-1 13 0", Outcome(Reason(d, PROPSHEETUI_REASON_INIT, 0), 0)) << "no document header";
+    EXPECT_EQ("-1 13 0", Outcome(Reason(d, PROPSHEETUI_REASON_GET_INFO_HEADER, 0), 0)) << "no document header";
+    EXPECT_EQ("-1 13 0", Outcome(Reason(d, PROPSHEETUI_REASON_INIT, 0, d.DevicePropertySheets), 0)) << "no device header";
     DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", NULL, NULL, 3484, DM_PROMPT };
     g_added = 0;
     g_refuseAt = 1;
@@ -296,7 +291,7 @@ TEST(Exports, SheetReasons)
     EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_INIT, 0, d.DevicePropertySheets));
     EXPECT_EQ(v2 + " 0 113 titled;", g_pages);
     SetLastError(0);
-    EXPECT_EQ("-1/13", Failed(d.DevicePropertySheets(NULL, 0))) << "no information";
+    EXPECT_EQ("-1 13 0", Outcome(d.DevicePropertySheets(NULL, 0), 0)) << "no information";
 
     DEVQUERYPRINT_INFO query = { sizeof(query), 1, NULL, NULL, NULL, 0, 0 };
     EXPECT_FALSE(d.DevQueryPrintEx(&query));
