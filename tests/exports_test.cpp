@@ -83,6 +83,12 @@ struct DirectRow {
         : name(n), mode(m), base(b), in(i), result(r), expect(e), inQuality(q), extra(x) {}
 };
 
+DWORD WINAPI OtherThreadsCall(void *)
+{
+    static Layout out;
+    return TheDriver().DocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", out.dm(), NULL, DM_OUT_BUFFER);
+}
+
 // Document properties without a sheet: the working record is the factory
 // record with the caller's record merged (no printer handle, no printer layer),
 // written out in the smaller layout of the caller's and ours.
@@ -174,6 +180,11 @@ TEST(Exports, DocumentPropertiesMerge)
     EXPECT_EQ(3484, TheDriver().DocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", out.dm(), NULL, 0));
     EXPECT_EQ(1, TheDriver().DocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", out.dm(), NULL, DM_OUT_BUFFER));
     EXPECT_EQ(Get(out.bytes, 260, 4), 5) << "the old entry point answers from the same record";
+
+    // Another thread's call after all of these: none left the remembered
+    // record's lock held.
+    HANDLE other = CreateThread(NULL, 0, OtherThreadsCall, NULL, 0, NULL);
+    EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(other, 10000)) << "another thread's call never returned";
 }
 
 // Every capability, the whole output buffer compared, so that a list that

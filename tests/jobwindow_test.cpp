@@ -151,6 +151,12 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
         }
     EXPECT_EQ(0, g_overruns) << "strings read past the end of their block";
     EXPECT_EQ(whole, (size_t)std::count(g_calls.begin(), g_calls.end(), ';'));
+
+    // The window's thread runs in the module: the caller's last FreeLibrary
+    // must leave it loaded.
+    FreeLibrary(TheDriver().hModule);
+    EXPECT_EQ(TheDriver().hModule, GetModuleHandleW(L"QLRDRVUI.DLL"));
+    EXPECT_EQ(0, SendMessageW(hwnd, 0x9000, 0, 0)) << "the window still answers";
 }
 
 }  // namespace
