@@ -47,34 +47,23 @@ std::vector<BYTE> Stored(const std::wstring &name)
     return record;
 }
 
-void SetValue(LPCWSTR key, DWORD type, const void *data, DWORD cb)
-{
-    HKEY h;
-    RegCreateKeyExW(HKEY_CURRENT_USER, key, 0, NULL, 0, KEY_WRITE, NULL, &h, NULL);
-    RegSetValueExW(h, NULL, 0, type, (const BYTE *)data, cb);
-    RegCloseKey(h);
-}
-
 TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
 {
+    // Holding the printer open keeps Wine's spooler running between the
+    // tool's runs; otherwise every run waits for it to start again.
+    HANDLE hPrinter;
+    ASSERT_TRUE(OpenPrinterW((LPWSTR)L"Quillora", &hPrinter, NULL));
     WCHAR current[130] = L"";
     DWORD cb = sizeof(current);
     RegGetValueW(HKEY_CURRENT_USER, KEY, NULL, RRF_RT_REG_SZ, NULL, current, &cb);
-    Layout l;
-    MakeLayout(&l, 0, 0, 0, 0);
-    LONG needed = QLR_RECORD_SIZE;
-    ASSERT_TRUE(TheDriver().ConvertDevMode((LPWSTR)L"Quillora", NULL, l.dm(), &needed, CDM_DRIVER_DEFAULT));
-    l.record()->iOutputFormat = FORMAT_GIF;
-    lstrcpyW(l.record()->szComments, L"admin");
-    l.record()->m_bProfiled = TRUE;
-    SetValue(KEY L"\\qlr admin A", REG_BINARY, l.bytes, QLR_RECORD_SIZE);
-    const std::wstring file = L"\"" + TempFile(L"qlr-admin.qlr") + L"\"";
-    DeleteFileW(TempFile(L"qlr-admin.qlr").c_str());
-
+    const std::wstring path = TempFile(L"qlr-admin.qlr"), file = L"\"" + path + L"\"";
+    DeleteFileW(path.c_str());
+    std::vector<BYTE> captured;
     const struct { std::wstring args; DWORD code; const char *printed; } script[] = {
+        { L"capture Quillora \"qlr admin A\"", 0, "" },
+        { L"capture \"No Such Printer\" \"qlr admin C\"", 1, "" },
         { L"list", 0, "  qlr admin A" },
-        { L"show \"qlr admin A\"", 0, "iOutputFormat      1" },
-        { L"show \"qlr admin A\"", 0, "\"admin\"" },
+        { L"show \"qlr admin A\"", 0, "dwSignature        0x4453444D" },
         { L"export \"qlr admin A\" " + file, 0, "" },
         { L"rename \"qlr admin A\" \"qlr admin B\"", 0, "" },
         { L"rename \"qlr admin A\" \"qlr admin C\"", 1, "" },
@@ -93,15 +82,18 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         std::string out = Admin(step.args, &code);
         EXPECT_EQ(step.code, code) << std::string(step.args.begin(), step.args.end()) << ": " << out;
         EXPECT_NE(std::string::npos, out.find(step.printed)) << std::string(step.args.begin(), step.args.end()) << ": " << out;
+        if (&step == script)
+            captured = Stored(L"qlr admin A");
     }
-    EXPECT_EQ(std::vector<BYTE>(l.bytes, l.bytes + QLR_RECORD_SIZE), Stored(L"qlr admin A")) << "deployed whole";
-    EXPECT_TRUE(Stored(L"qlr admin B").empty());
+    ASSERT_EQ(QLR_RECORD_SIZE, (int)captured.size()) << "captured whole";
+    EXPECT_EQ(captured, Stored(L"qlr admin A")) << "deployed whole";
+    EXPECT_TRUE(Stored(L"qlr admin B").empty() && Stored(L"qlr admin C").empty());
 
     // A file one byte short is refused, and nothing is stored.
-    std::vector<BYTE> bytes = ReadBytes(TempFile(L"qlr-admin.qlr"));
+    std::vector<BYTE> bytes = ReadBytes(path);
     ASSERT_EQ(3748u, bytes.size());
     bytes.pop_back();
-    WriteBytes(TempFile(L"qlr-admin.qlr"), bytes);
+    WriteBytes(path, bytes);
     RegDeleteKeyW(HKEY_CURRENT_USER, KEY L"\\qlr admin A");
     DWORD code;
     EXPECT_NE(std::string::npos, Admin(L"import " + file, &code).find("refused"));
@@ -109,8 +101,9 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
     EXPECT_TRUE(Stored(L"qlr admin A").empty());
     Admin(L"print raw " + file, &code);
     EXPECT_EQ(1u, code);
-    DeleteFileW(TempFile(L"qlr-admin.qlr").c_str());
-    SetValue(KEY, REG_SZ, current, (lstrlenW(current) + 1) * 2);
+    DeleteFileW(path.c_str());
+    RegSetValueW(HKEY_CURRENT_USER, KEY, REG_SZ, current, 0);
+    ClosePrinter(hPrinter);
 }
 
 }  // namespace
