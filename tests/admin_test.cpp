@@ -1,21 +1,17 @@
-// The administrator's tool as an administrator runs it: commands on the real
-// registry and files, refusals that store nothing.
+// The administrator's tool as an administrator runs it: a script of commands
+// on the real registry and files, refusals that store nothing.
 #include "driver.h"
+#include "files.h"
 #include <string>
-#include <vector>
 
 namespace {
 
 #define KEY L"Software\\Moravel\\Quillora\\Profile"
 
-struct Result { DWORD code; std::string out; };
-
-Result Admin(const std::wstring &args)
+// Runs the tool beside the test program; its exit code and what it printed.
+std::string Admin(const std::wstring &args, DWORD *code)
 {
-    WCHAR exe[MAX_PATH];
-    GetModuleFileNameW(NULL, exe, MAX_PATH);
-    lstrcpyW(wcsrchr(exe, L'\\') + 1, L"qlradmin.exe");
-    std::wstring line = L"\"" + std::wstring(exe) + L"\" " + args;
+    std::wstring line = L"\"" + Beside(L"qlradmin.exe") + L"\" " + args;
     SECURITY_ATTRIBUTES sa = { sizeof(sa), NULL, TRUE };
     HANDLE hRead, hWrite;
     CreatePipe(&hRead, &hWrite, &sa, 0);
@@ -25,131 +21,89 @@ Result Admin(const std::wstring &args)
     si.dwFlags = STARTF_USESTDHANDLES;
     si.hStdOutput = si.hStdError = hWrite;
     PROCESS_INFORMATION pi;
-    Result r = { 1000, "" };
-    if (!CreateProcessW(NULL, &line[0], NULL, NULL, TRUE, 0, NULL, NULL, &si, &pi))
-        return r;
+    std::string out;
+    *code = CreateProcessW(NULL, &line[0], NULL, NULL, TRUE, 0, NULL, NULL, &si, &pi) ? 0 : 1000;
     CloseHandle(hWrite);
     char buf[4096];
     DWORD cb;
-    while (ReadFile(hRead, buf, sizeof(buf), &cb, NULL) && cb)
-        r.out.append(buf, cb);
-    WaitForSingleObject(pi.hProcess, 10000);
-    GetExitCodeProcess(pi.hProcess, &r.code);
-    CloseHandle(pi.hProcess);
-    CloseHandle(pi.hThread);
+    while (!*code && ReadFile(hRead, buf, sizeof(buf), &cb, NULL) && cb)
+        out.append(buf, cb);
+    if (!*code && !WaitForSingleObject(pi.hProcess, 10000))
+        GetExitCodeProcess(pi.hProcess, code);
+    if (*code != 1000) {
+        CloseHandle(pi.hProcess);
+        CloseHandle(pi.hThread);
+    }
     CloseHandle(hRead);
-    return r;
+    return out;
 }
 
-std::wstring Temp(LPCWSTR name)
+std::vector<BYTE> Stored(const std::wstring &name)
 {
-    WCHAR dir[MAX_PATH];
-    GetTempPathW(MAX_PATH, dir);
-    return std::wstring(dir) + name;
+    std::vector<BYTE> record(QLR_RECORD_SIZE);
+    DWORD cb = QLR_RECORD_SIZE;
+    if (RegGetValueW(HKEY_CURRENT_USER, (KEY L"\\" + name).c_str(), NULL, RRF_RT_REG_BINARY, NULL, record.data(), &cb))
+        record.clear();
+    return record;
 }
 
-bool Stored(LPCWSTR name, QLRDEVMODE *dm)
+TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
 {
-    DWORD cb = sizeof(*dm);
-    std::wstring path = std::wstring(KEY) + L"\\" + name;
-    return RegGetValueW(HKEY_CURRENT_USER, path.c_str(), NULL, RRF_RT_REG_BINARY, NULL, dm, &cb) == ERROR_SUCCESS;
-}
-
-class AdminTool : public ::testing::Test {
-protected:
-    WCHAR savedCurrent[130] = L"";
-    void SetUp() override
-    {
-        DWORD cb = sizeof(savedCurrent);
-        RegGetValueW(HKEY_CURRENT_USER, KEY, NULL, RRF_RT_REG_SZ, NULL, savedCurrent, &cb);
-        Layout l;
-        MakeLayout(&l, 0, 0, 0, 0);
-        LONG needed = QLR_RECORD_SIZE;
-        TheDriver().ConvertDevMode((LPWSTR)L"Quillora", NULL, l.dm(), &needed, CDM_DRIVER_DEFAULT);
-        l.record()->iOutputFormat = FORMAT_GIF;
-        lstrcpyW(l.record()->szComments, L"admin");
-        l.record()->m_bProfiled = TRUE;
-        HKEY h;
-        RegCreateKeyExW(HKEY_CURRENT_USER, KEY L"\\qlr admin A", 0, NULL, 0, KEY_WRITE, NULL, &h, NULL);
-        RegSetValueExW(h, NULL, 0, REG_BINARY, l.bytes, QLR_RECORD_SIZE);
-        RegCloseKey(h);
-    }
-    void TearDown() override
-    {
-        for (LPCWSTR name : { L"qlr admin A", L"qlr admin B" })
-            RegDeleteKeyW(HKEY_CURRENT_USER, (std::wstring(KEY) + L"\\" + name).c_str());
-        HKEY h;
-        RegCreateKeyExW(HKEY_CURRENT_USER, KEY, 0, NULL, 0, KEY_WRITE, NULL, &h, NULL);
-        RegSetValueExW(h, NULL, 0, REG_SZ, (const BYTE *)savedCurrent, lstrlenW(savedCurrent) * 2);
-        RegCloseKey(h);
-    }
-};
-
-TEST_F(AdminTool, ListShowRenameAndDelete)
-{
-    Result list = Admin(L"list");
-    EXPECT_EQ(0u, list.code);
-    EXPECT_NE(std::string::npos, list.out.find("  qlr admin A"));
-    Result show = Admin(L"show \"qlr admin A\"");
-    EXPECT_EQ(0u, show.code);
-    EXPECT_NE(std::string::npos, show.out.find("iOutputFormat      1"));
-    EXPECT_NE(std::string::npos, show.out.find("\"admin\""));
-
-    EXPECT_EQ(0u, Admin(L"rename \"qlr admin A\" \"qlr admin B\"").code);
-    QLRDEVMODE dm;
-    EXPECT_TRUE(Stored(L"qlr admin B", &dm));
-    EXPECT_FALSE(Stored(L"qlr admin A", &dm));
-    EXPECT_EQ(1u, Admin(L"rename \"qlr admin A\" \"qlr admin C\"").code);
-    EXPECT_EQ(0u, Admin(L"delete \"qlr admin B\"").code);
-    EXPECT_FALSE(Stored(L"qlr admin B", &dm));
-    EXPECT_EQ(1u, Admin(L"delete \"qlr admin B\"").code);
-    EXPECT_EQ(1u, Admin(L"show \"qlr admin B\"").code);
-    EXPECT_EQ(2u, Admin(L"frobnicate").code);
-}
-
-TEST_F(AdminTool, FilesRoundTripAndBadFilesAreRefused)
-{
-    std::wstring file = Temp(L"qlr-admin.qlr");
-    DeleteFileW(file.c_str());
-    ASSERT_EQ(0u, Admin(L"export \"qlr admin A\" \"" + file + L"\"").code);
-    QLRDEVMODE before;
-    ASSERT_TRUE(Stored(L"qlr admin A", &before));
-    RegDeleteKeyW(HKEY_CURRENT_USER, KEY L"\\qlr admin A");
-
-    Result deploy = Admin(L"deploy \"" + file + L"\"");
-    EXPECT_EQ(0u, deploy.code) << deploy.out;
-    QLRDEVMODE after;
-    ASSERT_TRUE(Stored(L"qlr admin A", &after));
-    EXPECT_EQ(0, memcmp(&before, &after, sizeof(after)));
+    // Holding the printer open keeps Wine's spooler running between the
+    // tool's runs; otherwise every run waits for it to start again.
+    HANDLE hPrinter;
+    ASSERT_TRUE(OpenPrinterW((LPWSTR)L"Quillora", &hPrinter, NULL));
     WCHAR current[130] = L"";
     DWORD cb = sizeof(current);
     RegGetValueW(HKEY_CURRENT_USER, KEY, NULL, RRF_RT_REG_SZ, NULL, current, &cb);
-    EXPECT_STREQ(L"qlr admin A", current);
+    const std::wstring path = TempFile(L"qlr-admin.qlr"), file = L"\"" + path + L"\"";
+    DeleteFileW(path.c_str());
+    std::vector<BYTE> captured;
+    const struct { std::wstring args; DWORD code; const char *printed; } script[] = {
+        { L"capture Quillora \"qlr admin A\"", 0, "" },
+        { L"capture \"No Such Printer\" \"qlr admin C\"", 1, "" },
+        { L"list", 0, "  qlr admin A" },
+        { L"show \"qlr admin A\"", 0, "dwSignature        0x4453444D" },
+        { L"export \"qlr admin A\" " + file, 0, "" },
+        { L"rename \"qlr admin A\" \"qlr admin B\"", 0, "" },
+        { L"rename \"qlr admin A\" \"qlr admin C\"", 1, "" },
+        { L"show \"qlr admin A\"", 1, "" },
+        { L"deploy " + file, 0, "" },
+        { L"list", 0, "* qlr admin A" },
+        { L"print file " + file, 0, "dwSignature        0x4453444D" },
+        { L"delete \"qlr admin B\"", 0, "" },
+        { L"delete \"qlr admin B\"", 1, "" },
+        { L"print printer Quillora", 0, "dmDeviceName       \"Quillora\"" },
+        { L"print printer \"No Such Printer\"", 1, "" },
+        { L"frobnicate", 2, "" },
+    };
+    for (const auto &step : script) {
+        DWORD code;
+        std::string out = Admin(step.args, &code);
+        EXPECT_EQ(step.code, code) << std::string(step.args.begin(), step.args.end()) << ": " << out;
+        EXPECT_NE(std::string::npos, out.find(step.printed)) << std::string(step.args.begin(), step.args.end()) << ": " << out;
+        if (&step == script)
+            captured = Stored(L"qlr admin A");
+    }
+    ASSERT_EQ(QLR_RECORD_SIZE, (int)captured.size()) << "captured whole";
+    EXPECT_EQ(captured, Stored(L"qlr admin A")) << "deployed whole";
+    EXPECT_TRUE(Stored(L"qlr admin B").empty() && Stored(L"qlr admin C").empty());
 
-    Result printed = Admin(L"print file \"" + file + L"\"");
-    EXPECT_EQ(0u, printed.code);
-    EXPECT_NE(std::string::npos, printed.out.find("dwSignature        0x4453444D"));
-
-    // A file one byte short: refused, nothing stored.
+    // A file one byte short is refused, and nothing is stored.
+    std::vector<BYTE> bytes = ReadBytes(path);
+    ASSERT_EQ(3748u, bytes.size());
+    bytes.pop_back();
+    WriteBytes(path, bytes);
     RegDeleteKeyW(HKEY_CURRENT_USER, KEY L"\\qlr admin A");
-    HANDLE h = CreateFileW(file.c_str(), GENERIC_WRITE, 0, NULL, OPEN_EXISTING, 0, NULL);
-    SetFilePointer(h, 3747, NULL, FILE_BEGIN);
-    SetEndOfFile(h);
-    CloseHandle(h);
-    Result refused = Admin(L"import \"" + file + L"\"");
-    EXPECT_EQ(1u, refused.code);
-    EXPECT_NE(std::string::npos, refused.out.find("refused"));
-    EXPECT_FALSE(Stored(L"qlr admin A", &after));
-    EXPECT_EQ(1u, Admin(L"print raw \"" + file + L"\"").code);
-    DeleteFileW(file.c_str());
-}
-
-TEST_F(AdminTool, PrintsThePrintersDefaultRecord)
-{
-    Result r = Admin(L"print printer Quillora");
-    EXPECT_EQ(0u, r.code) << r.out;
-    EXPECT_NE(std::string::npos, r.out.find("dmDeviceName       \"Quillora\""));
-    EXPECT_EQ(1u, Admin(L"print printer \"No Such Printer\"").code);
+    DWORD code;
+    EXPECT_NE(std::string::npos, Admin(L"import " + file, &code).find("refused"));
+    EXPECT_EQ(1u, code);
+    EXPECT_TRUE(Stored(L"qlr admin A").empty());
+    Admin(L"print raw " + file, &code);
+    EXPECT_EQ(1u, code);
+    DeleteFileW(path.c_str());
+    RegSetValueW(HKEY_CURRENT_USER, KEY, REG_SZ, current, 0);
+    ClosePrinter(hPrinter);
 }
 
 }  // namespace

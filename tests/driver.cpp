@@ -1,5 +1,7 @@
 #include "driver.h"
 
+#define LOOKUP(field, name) driver.field = (decltype(driver.field))(void *)GetProcAddress(driver.hModule, name)
+
 const Driver &TheDriver()
 {
     static Driver driver;
@@ -8,18 +10,15 @@ const Driver &TheDriver()
         GetModuleFileNameW(NULL, szPath, MAX_PATH);
         lstrcpyW(wcsrchr(szPath, L'\\') + 1, L"QLRDRVUI.DLL");
         driver.hModule = LoadLibraryW(szPath);
-        if (driver.hModule) {
-            driver.ConvertDevMode = (PFN_CONVERT)(void *)GetProcAddress(driver.hModule, "DrvConvertDevMode");
-            driver.DeviceCapabilities = (PFN_CAPS)(void *)GetProcAddress(driver.hModule, "DrvDeviceCapabilities");
-            driver.DocumentPropertySheets = (PFN_SHEETS)(void *)GetProcAddress(driver.hModule, "DrvDocumentPropertySheets");
-            driver.DocumentProperties = (PFN_DOCPROPS)(void *)GetProcAddress(driver.hModule, "DrvDocumentProperties");
-            driver.AdvancedDocumentProperties =
-                (PFN_ADVDOCPROPS)(void *)GetProcAddress(driver.hModule, "DrvAdvancedDocumentProperties");
-            driver.DevicePropertySheets = (PFN_SHEETS)(void *)GetProcAddress(driver.hModule, "DrvDevicePropertySheets");
-            driver.PrinterProperties = (PFN_PRINTERPROPS)(void *)GetProcAddress(driver.hModule, "PrinterProperties");
-            driver.DevQueryPrintEx = (PFN_QUERYPRINT)(void *)GetProcAddress(driver.hModule, "DevQueryPrintEx");
-            driver.PrinterEvent = (PFN_PRINTEREVENT)(void *)GetProcAddress(driver.hModule, "DrvPrinterEvent");
-        }
+        LOOKUP(ConvertDevMode, "DrvConvertDevMode");
+        LOOKUP(DeviceCapabilities, "DrvDeviceCapabilities");
+        LOOKUP(DocumentPropertySheets, "DrvDocumentPropertySheets");
+        LOOKUP(DocumentProperties, "DrvDocumentProperties");
+        LOOKUP(AdvancedDocumentProperties, "DrvAdvancedDocumentProperties");
+        LOOKUP(DevicePropertySheets, "DrvDevicePropertySheets");
+        LOOKUP(PrinterProperties, "PrinterProperties");
+        LOOKUP(DevQueryPrintEx, "DevQueryPrintEx");
+        LOOKUP(PrinterEvent, "DrvPrinterEvent");
     }
     return driver;
 }

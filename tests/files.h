@@ -13,6 +13,14 @@ inline std::wstring TempFile(LPCWSTR name)
     return std::wstring(dir) + name;
 }
 
+inline std::wstring Beside(LPCWSTR name)
+{
+    WCHAR path[MAX_PATH];
+    GetModuleFileNameW(NULL, path, MAX_PATH);
+    lstrcpyW(wcsrchr(path, L'\\') + 1, name);
+    return path;
+}
+
 inline std::vector<BYTE> ReadBytes(const std::wstring &path)
 {
     std::vector<BYTE> bytes;

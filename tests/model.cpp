@@ -1,0 +1,166 @@
+#include "model.h"
+#include <stdio.h>
+#include <string.h>
+
+namespace {
+
+// The paper table: name, paper id, unit (1 = millimetres, 0 = 1/1000 inch), size.
+const struct { const wchar_t *name; int id, mm, w, h; } g_Papers[39] = {
+    { L"Letter/ANSI A", 1, 0, 8500, 11000 }, { L"Tabloid/ANSI B", 3, 0, 11000, 17000 },
+    { L"ANSI Super B", 257, 0, 13000, 19000 }, { L"ANSI C", 24, 0, 17000, 22000 },
+    { L"ANSI D", 25, 0, 22000, 34000 }, { L"ANSI E", 26, 0, 34000, 44000 },
+    { L"ANSI F", 258, 0, 28000, 40000 }, { L"US Legal", 5, 0, 8500, 14000 },
+    { L"Statement", 6, 0, 5500, 8500 }, { L"Executive", 7, 0, 7250, 10500 },
+    { L"A0", 259, 1, 841, 1189 }, { L"A1", 260, 1, 594, 841 }, { L"A2", 66, 1, 420, 594 },
+    { L"A3", 8, 1, 297, 420 }, { L"A4", 9, 1, 210, 297 }, { L"A5", 11, 1, 148, 210 },
+    { L"B0", 261, 1, 1000, 1414 }, { L"B1", 262, 1, 707, 1000 }, { L"B2", 263, 1, 500, 707 },
+    { L"B4", 12, 1, 250, 354 }, { L"B5", 13, 1, 182, 257 }, { L"Folio", 14, 0, 8500, 13000 },
+    { L"Quarto", 15, 1, 215, 275 }, { L"Note", 18, 0, 8500, 11000 },
+    { L"Конверт #9 ", 19, 0, 3875, 8875 }, { L"Конверт #10 ", 20, 0, 4125, 9500 },
+    { L"Конверт #11 ", 21, 0, 4500, 10375 }, { L"Конверт #14 ", 23, 0, 5000, 11500 },
+    { L"Конверт DL ", 27, 1, 110, 220 }, { L"Конверт C5 ", 28, 1, 162, 229 },
+    { L"Конверт C3 ", 29, 1, 324, 458 }, { L"Конверт C4 ", 30, 1, 229, 324 },
+    { L"Конверт C6 ", 31, 1, 114, 162 }, { L"Конверт C65 ", 32, 1, 114, 229 },
+    { L"Конверт B4 ", 33, 1, 250, 353 }, { L"Конверт B5 ", 34, 1, 176, 250 },
+    { L"Конверт B6 ", 35, 1, 176, 125 }, { L"Кон. Monarch", 37, 0, 3875, 7500 },
+    { L"Кон. Personal", 38, 0, 3625, 6500 },
+};
+
+WORD SpecVersion(const BYTE *r)
+{
+    WORD size = (WORD)Get(r, 68, 2);
+    return size == 188 ? 0x0320 : size == 212 ? 0x0400 : size == 220 ? 0x0401 : (WORD)Get(r, 64, 2);
+}
+
+}  // namespace
+
+void Apply(BYTE *record, const Puts &puts)
+{
+    for (const Put &p : puts)
+        if (p.text) {
+            WCHAR *s = (WCHAR *)(record + p.off);
+            memset(s, 0, p.width * sizeof(WCHAR));
+            for (int i = 0; p.text[i]; i++)
+                s[i] = p.text[i];
+        } else {
+            short word = (short)p.value;
+            memcpy(record + p.off, p.width == 2 ? (const void *)&word : (const void *)&p.value, p.width == 2 ? 2 : 4);
+        }
+}
+
+int Get(const BYTE *record, int off, int width)
+{
+    return width == 2 ? *(const short *)(record + off) : *(const int *)(record + off);
+}
+
+Bytes Factory()
+{
+    Bytes r(3484, 0);
+    Apply(r.data(), {
+        { 0, 32, 0, L"Quillora" }, { 64, 2, 0x0401 }, { 66, 2, 0x0246 }, { 68, 2, 220 },
+        { 70, 2, 3264 }, { 72, 4, 0x0001FC0F }, { 76, 2, 1 }, { 78, 2, 9 }, { 80, 2, 2970 },
+        { 82, 2, 2100 }, { 84, 2, 100 }, { 86, 2, 1 }, { 90, 2, 200 }, { 92, 2, 2 },
+        { 94, 2, 1 }, { 96, 2, 200 }, { 98, 2, 1 }, { 102, 32, 0, L"A4" }, { 168, 4, 24 },
+        { 172, 4, 2100 }, { 176, 4, 2970 }, { 220, 4, 0x4453444D }, { 224, 4, 0x2010 },
+        { 228, 4, 14 }, { 236, 4, 200 }, { 248, 4, 2100 }, { 252, 4, 2970 }, { 256, 4, 1 },
+        { 260, 4, 2 }, { 264, 4, 24 }, { 276, 4, 256 }, { 284, 4, 1 }, { 292, 4, 1 },
+        { 296, 4, 24 }, { 308, 4, 100 }, { 312, 4, 2 }, { 316, 4, 24 }, { 328, 4, 100 },
+        { 332, 4, 4 }, { 336, 4, 1 }, { 340, 4, 24 }, { 352, 4, 24 }, { 364, 4, 1 },
+        { 368, 4, 1 }, { 376, 260, 0, L"c:\\QLR Output Files" },
+        { 896, 260, 0, L"&[DocName]_&[Page].&[Type]" }, { 1936, 260, 0, L"%f" },
+    });
+    return r;
+}
+
+void ConvertInto(const BYTE *source, BYTE *target)
+{
+    WORD version = SpecVersion(target);
+    if (!SpecVersion(source) || !version)
+        return;
+    BYTE header[8];
+    memcpy(header, target + 64, 8);
+    int srcSize = Get(source, 68, 2), dstSize = Get(target, 68, 2);
+    memcpy(target, source, srcSize < dstSize ? srcSize : dstSize);
+    memcpy(target + 64, header, 8);
+    Apply(target, { { 64, 2, version }, { 0, 32, 0, L"Quillora" } });
+    int srcExtra = (WORD)Get(source, 70, 2), dstExtra = (WORD)Get(target, 70, 2);
+    memcpy(target + dstSize, source + srcSize, srcExtra < dstExtra ? srcExtra : dstExtra);
+}
+
+Bytes WriteOut(const Bytes &work, const BYTE *in)
+{
+    Bytes out(8192, 0xA5);
+    memcpy(out.data() + 64, work.data() + 64, 8);
+    if (in && Get(in, 68, 2) < 220)
+        Apply(out.data(), { { 64, 2, Get(in, 64, 2) }, { 68, 2, Get(in, 68, 2) } });
+    if (in && (WORD)Get(in, 70, 2) < 3264)
+        Apply(out.data(), { { 66, 2, Get(in, 66, 2) }, { 70, 2, Get(in, 70, 2) } });
+    if (SpecVersion(out.data()))
+        ConvertInto(work.data(), out.data());
+    return out;
+}
+
+std::string FirstDiff(const BYTE *got, const BYTE *want, size_t n)
+{
+    for (size_t i = 0; i < n; i++)
+        if (got[i] != want[i]) {
+            char text[80];
+            sprintf(text, "first difference at offset %u: %02x, expected %02x", (unsigned)i, got[i], want[i]);
+            return text;
+        }
+    return "";
+}
+
+DWORD ExpectedCap(WORD cap, BYTE *out, int resolution, POINT paper)
+{
+    static const WORD caps[] = { DC_FIELDS, DC_DUPLEX, DC_SIZE, DC_EXTRA, DC_VERSION, DC_DRIVER, DC_TRUETYPE,
+                                 DC_ORIENTATION, DC_COPIES, DC_COLLATE, DC_PRINTRATE, DC_PRINTRATEUNIT,
+                                 DC_PRINTERMEM, DC_STAPLE, DC_PRINTRATEPPM, DC_COLORDEVICE, DC_BINS,
+                                 DC_BINNAMES, DC_FILEDEPENDENCIES, DC_MINEXTENT, DC_MAXEXTENT };
+    static const DWORD answers[] = { 0x1FC0F, 0, 220, 3264, 0x0401, 0x0246, 1, 90, 1, 0, 12, 1, 0, 0, 12, 1, 1,
+                                     1, 0, 0x00640064, 0x3B883B88 };
+    const LONG resolutions[10] = { 50, 72, 96, 100, 150, 200, 300, 400, 600, resolution };
+    const LONG pages[6] = { 1, 2, 4, 6, 9, 16 };
+    WORD *words = (WORD *)out;
+    LONG *longs = (LONG *)out;
+    switch (cap) {
+    case DC_PAPERS:
+        for (int i = 0; out && i < 40; i++)
+            words[i] = (WORD)(i < 39 ? g_Papers[i].id : DMPAPER_USER);
+        return 40;
+    case DC_PAPERSIZE:
+        for (int i = 0; out && i < 39; i++) {
+            longs[2 * i] = g_Papers[i].mm ? g_Papers[i].w * 10 : g_Papers[i].w * 254 / 1000;
+            longs[2 * i + 1] = g_Papers[i].mm ? g_Papers[i].h * 10 : g_Papers[i].h * 254 / 1000;
+        }
+        if (out)
+            memcpy(longs + 78, &paper, 8);
+        return 40;
+    case DC_PAPERNAMES:
+    case DC_MEDIAREADY:
+        for (int i = 0; out && i < 40; i++)
+            Apply(out, { { 128 * i, 64, 0, i < 39 ? g_Papers[i].name : L"Custom Paper" } });
+        return 40;
+    case DC_ENUMRESOLUTIONS:
+        for (int i = 0; out && i < 20; i++)
+            longs[i] = resolutions[i / 2];
+        return 10;
+    case DC_NUP:
+        if (out)
+            memcpy(out, pages, sizeof(pages));
+        return 6;
+    }
+    for (size_t i = 0; i < ARRAYSIZE(caps); i++)
+        if (caps[i] == cap) {
+            if (out && (cap == DC_MINEXTENT || cap == DC_MAXEXTENT))
+                longs[0] = answers[i];
+            if (out && cap == DC_BINS)
+                words[0] = DMBIN_AUTO;
+            if (out && cap == DC_BINNAMES)
+                memcpy(out, L"Main paper tray", 32);
+            if (out && cap == DC_FILEDEPENDENCIES)
+                words[0] = 0;
+            return answers[i];
+        }
+    return (DWORD)-1;
+}

@@ -1,0 +1,35 @@
+// What the driver must answer, written out in the test from the driver's
+// documented tables and rules: the factory record, the paper table, the
+// capability lists and the layout rules.  Nothing here calls the module.
+#ifndef QLR_TESTS_MODEL_H
+#define QLR_TESTS_MODEL_H
+
+#include <windows.h>
+#include <string>
+#include <vector>
+
+typedef std::vector<BYTE> Bytes;
+
+// One field: a WORD (width 2) or DWORD (width 4) value, or, with text, a
+// string padded with NULs to width characters.
+struct Put {
+    int off, width, value;
+    const wchar_t *text;
+    Put(int o, int w, int v, const wchar_t *t = NULL) : off(o), width(w), value(v), text(t) {}
+};
+typedef std::vector<Put> Puts;
+
+void Apply(BYTE *record, const Puts &puts);
+int Get(const BYTE *record, int off, int width);
+Bytes Factory();                                  // 3484 bytes
+// The target's header names the layout; the source's bytes fill it.
+void ConvertInto(const BYTE *source, BYTE *target);
+// The working record as a caller's output record of the smaller layout.
+Bytes WriteOut(const Bytes &work, const BYTE *callerIn);
+// "" when equal, else the first differing offset with both bytes.
+std::string FirstDiff(const BYTE *got, const BYTE *want, size_t n);
+// A capability's answer, its output written into out (when given) for a
+// working record whose resolution and current paper size are these.
+DWORD ExpectedCap(WORD cap, BYTE *out, int resolution, POINT currentPaper);
+
+#endif
