@@ -1,29 +1,23 @@
 #include "skin_host.h"
-#include "skin/skin.h"
+#include <stdio.h>
+#include "capture.h"
 
-static const int g_Indices[] = {
-    COLOR_BTNFACE, COLOR_BTNSHADOW, COLOR_3DDKSHADOW, COLOR_BTNHIGHLIGHT, COLOR_3DLIGHT, COLOR_WINDOWFRAME,
-};
+// Face 192, shadow 128, dark shadow 0: the mixes halve -64 and -128 exactly.
+const Scheme CLASSIC = { "classic", RGB(192, 192, 192), RGB(128, 128, 128), RGB(0, 0, 0), RGB(255, 255, 255),
+                         RGB(223, 223, 223), RGB(0, 0, 0), RGB(160, 160, 160), RGB(64, 64, 64) };
+
+static const int g_Indices[] = { COLOR_BTNFACE, COLOR_BTNSHADOW, COLOR_3DDKSHADOW, COLOR_BTNHIGHLIGHT,
+                                 COLOR_3DLIGHT, COLOR_WINDOWFRAME };
 static COLORREF g_Saved[ARRAYSIZE(g_Indices)];
 static bool g_bSaved;
 
-void SetColour(int index, COLORREF clr)
+void UseScheme(const Scheme &s)
 {
-    if (!g_bSaved) {
-        for (size_t i = 0; i < ARRAYSIZE(g_Indices); i++)
-            g_Saved[i] = GetSysColor(g_Indices[i]);
-        g_bSaved = true;
-    }
-    SetSysColors(1, &index, &clr);
-}
-
-void UseClassicColours()
-{
-    static const COLORREF classic[] = {
-        RGB(192, 192, 192), RGB(128, 128, 128), RGB(0, 0, 0), RGB(255, 255, 255), RGB(223, 223, 223), RGB(0, 0, 0),
-    };
-    for (size_t i = 0; i < ARRAYSIZE(g_Indices); i++)
-        SetColour(g_Indices[i], classic[i]);
+    for (size_t i = 0; !g_bSaved && i < ARRAYSIZE(g_Indices); i++)
+        g_Saved[i] = GetSysColor(g_Indices[i]);
+    g_bSaved = true;
+    const COLORREF colours[] = { s.face, s.shadow, s.dark, s.hilight, s.light, s.frame };
+    SetSysColors(ARRAYSIZE(g_Indices), g_Indices, colours);
 }
 
 void RestoreColours()
@@ -32,124 +26,91 @@ void RestoreColours()
         SetSysColors(ARRAYSIZE(g_Indices), g_Indices, g_Saved);
 }
 
-COLORREF Dib::Pixel(int x, int y) const
+Dib Capture(HWND control, const std::function<void(HDC)> &paint)
 {
-    if (x < 0 || y < 0 || x >= width || y >= height)
-        return CLR_INVALID;
-    DWORD v = bits[y * width + x];
-    return RGB((v >> 16) & 0xFF, (v >> 8) & 0xFF, v & 0xFF);
+    Dib dib;
+    if (!paint)
+        CaptureWindow(control, FALSE, &dib.bits, &dib.width, &dib.height);
+    RECT rc;
+    if (paint && GetClientRect(control, &rc))
+        DrawToPixels(dib.width = rc.right, dib.height = rc.bottom, paint, &dib.bits);
+    return dib;
 }
 
-bool Dib::Contains(const RECT &rc, COLORREF clr) const
+std::string Diff(const Dib &got, const Dib &want)
 {
-    for (int y = rc.top; y < rc.bottom; y++)
-        for (int x = rc.left; x < rc.right; x++)
-            if (Pixel(x, y) == clr)
-                return true;
-    return false;
+    char text[80] = "";
+    if (got.width != want.width || got.height != want.height || got.bits.size() != want.bits.size())
+        snprintf(text, sizeof(text), "size %dx%d, want %dx%d", got.width, got.height, want.width, want.height);
+    for (size_t i = 0; !*text && i < got.bits.size(); i++)
+        if ((got.bits[i] ^ want.bits[i]) & 0xFFFFFF)
+            snprintf(text, sizeof(text), "first difference at (%d,%d): %06lx, want %06lx", int(i % got.width),
+                     int(i / got.width), got.bits[i] & 0xFFFFFFul, want.bits[i] & 0xFFFFFFul);
+    return text;
 }
 
-bool Dib::SameAs(const Dib &other, const RECT &rc) const
+void Stroke(HDC dc, COLORREF c, std::initializer_list<int> xy, int ox, int oy, bool turn, bool dots)
 {
-    for (int y = rc.top; y < rc.bottom; y++)
-        for (int x = rc.left; x < rc.right; x++)
-            if (Pixel(x, y) != other.Pixel(x, y))
-                return false;
-    return true;
+    HPEN pen = CreatePen(PS_SOLID, 1, c);
+    HGDIOBJ old = SelectObject(dc, pen);
+    const int *p = xy.begin();
+    for (size_t i = 0; i < xy.size(); i += 2) {
+        int x = ox + (turn ? 11 - p[i] : p[i]), y = oy + (turn ? 11 - p[i + 1] : p[i + 1]);
+        dots ? (void)SetPixelV(dc, x, y, c) : i ? (void)LineTo(dc, x, y) : (void)MoveToEx(dc, x, y, NULL);
+    }
+    SelectObject(dc, old);
+    DeleteObject(pen);
 }
 
-COLORREF ScreenPixel(HWND hwnd, int x, int y)
+void Round(HDC dc, COLORREF pen, COLORREF brush, int l, int t, int r, int b, int e)
 {
-    HDC hdc = GetDC(hwnd);
-    COLORREF clr = GetPixel(hdc, x, y);
-    ReleaseDC(hwnd, hdc);
-    return clr;
+    HGDIOBJ oldPen = SelectObject(dc, CreatePen(PS_SOLID, 1, pen));
+    HGDIOBJ oldBrush = SelectObject(dc, CreateSolidBrush(brush));
+    RoundRect(dc, l, t, r, b, e, e);
+    DeleteObject(SelectObject(dc, oldPen));
+    DeleteObject(SelectObject(dc, oldBrush));
+}
+
+void Fill(HDC dc, COLORREF c, int l, int t, int r, int b)
+{
+    RECT rc = { l, t, r, b };
+    HBRUSH hbr = CreateSolidBrush(c);
+    FillRect(dc, &rc, hbr);
+    DeleteObject(hbr);
+}
+
+HWND SkinHost::Add(const Item &i)
+{
+    HWND c = CreateWindowExW(0, i.cls, i.text, WS_CHILD | WS_VISIBLE | i.style, i.x, i.y, i.w, i.h, hwnd,
+                             (HMENU)(INT_PTR)i.id, GetModuleHandleW(NULL), NULL);
+    SendMessageW(c, WM_SETFONT, (WPARAM)hFont, FALSE);
+    if (i.attach)
+        i.attach(hwnd, i.id);
+    return c;
+}
+
+static INT_PTR CALLBACK HostProc(HWND dlg, UINT msg, WPARAM, LPARAM lParam)
+{
+    if (msg != WM_INITDIALOG)
+        return FALSE;
+    SkinHost *host = (SkinHost *)lParam;
+    host->hwnd = dlg;
+    SetWindowPos(dlg, NULL, 0, 0, 640, 480, SWP_NOZORDER | SWP_NOACTIVATE);
+    for (const SkinHost::Item &i : host->items)
+        host->Add(i);
+    return TRUE;    // the dialog manager focuses the first tab stop
 }
 
 bool SkinHost::Create()
 {
-    WNDCLASSW wc = {};
-    wc.lpfnWndProc = DefWindowProcW;
-    wc.hInstance = GetModuleHandleW(NULL);
-    wc.hbrBackground = (HBRUSH)(COLOR_BTNFACE + 1);
-    wc.lpszClassName = L"QlrSkinHost";
-    RegisterClassW(&wc);
-    hwnd = CreateWindowExW(0, L"QlrSkinHost", L"", WS_POPUP, 0, 0, 400, 300, NULL, NULL,
-                           wc.hInstance, NULL);
-    hFont = (HFONT)GetStockObject(DEFAULT_GUI_FONT);
-    return hwnd != NULL;
+    alignas(4) static const struct { DLGTEMPLATE t; WORD menu, cls, title; } tmpl = { { WS_POPUP, 0, 0, 0, 0, 9, 9 }, 0, 0, 0 };
+    return CreateDialogIndirectParamW(GetModuleHandleW(NULL), &tmpl.t, NULL, HostProc, (LPARAM)this) != NULL;
 }
 
-void SkinHost::Destroy()
+void SkinHost::Pump()
 {
-    if (hwnd)
-        DestroyWindow(hwnd);
-    hwnd = NULL;
-}
-
-HWND SkinHost::AddButton(int id, DWORD style, LPCWSTR text, int w, int h, int x, int y)
-{
-    HWND h2 = CreateWindowExW(0, L"BUTTON", text, WS_CHILD | WS_VISIBLE | style, x, y, w, h, hwnd,
-                              (HMENU)(INT_PTR)id, GetModuleHandleW(NULL), NULL);
-    SendMessageW(h2, WM_SETFONT, (WPARAM)hFont, FALSE);
-    return h2;
-}
-
-HWND SkinHost::AddStatic(int id, int w, int h)
-{
-    return CreateWindowExW(0, L"STATIC", L"Preview", WS_CHILD | WS_VISIBLE, 0, 0, w, h, hwnd,
-                           (HMENU)(INT_PTR)id, GetModuleHandleW(NULL), NULL);
-}
-
-void SkinHost::Show()
-{
-    ShowWindow(hwnd, SW_SHOWNOACTIVATE);
-    RedrawWindow(hwnd, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
     MSG msg;
     while (PeekMessageW(&msg, NULL, 0, 0, PM_REMOVE))
-        DispatchMessageW(&msg);
-}
-
-Dib SkinHost::RenderMark(int id, UINT itemState, int nCheck)
-{
-    HWND control = GetDlgItem(hwnd, id);
-    SKINCONTROL *pControl = FindSkinControl(control);
-    pControl->nCheck = nCheck;
-    RECT rc;
-    GetClientRect(control, &rc);
-    return DrawToDib(rc.right, rc.bottom, [&](HDC hdc) {
-        DRAWITEMSTRUCT dis = {};
-        dis.CtlType = ODT_BUTTON;
-        dis.CtlID = id;
-        dis.itemAction = ODA_DRAWENTIRE;
-        dis.itemState = itemState;
-        dis.hDC = hdc;
-        dis.rcItem = rc;
-        DrawSkinItem(control, &dis, pControl);
-    });
-}
-
-Dib SkinHost::Render(int id, UINT itemState)
-{
-    return RenderMark(id, itemState, 0);
-}
-
-SIZE SkinHost::TextSize(LPCWSTR text)
-{
-    HDC hdc = GetDC(hwnd);
-    HGDIOBJ hOld = SelectObject(hdc, hFont);
-    SIZE size = {};
-    GetTextExtentPoint32W(hdc, text, lstrlenW(text), &size);
-    SelectObject(hdc, hOld);
-    ReleaseDC(hwnd, hdc);
-    return size;
-}
-
-bool SkinHost::ScreenContains(HWND control, const RECT &rc, COLORREF clr)
-{
-    for (int y = rc.top; y < rc.bottom; y++)
-        for (int x = rc.left; x < rc.right; x++)
-            if (ScreenPixel(control, x, y) == clr)
-                return true;
-    return false;
+        if (!IsDialogMessageW(hwnd, &msg))
+            DispatchMessageW(&msg);
 }
