@@ -7,28 +7,23 @@ const Scheme CLASSIC = { "classic", RGB(192, 192, 192), RGB(128, 128, 128), RGB(
 
 static const int g_Indices[] = { COLOR_BTNFACE, COLOR_BTNSHADOW, COLOR_3DDKSHADOW, COLOR_BTNHIGHLIGHT,
                                  COLOR_3DLIGHT, COLOR_WINDOWFRAME };
-static COLORREF g_Saved[ARRAYSIZE(g_Indices)];
-static bool g_bSaved;
+static const COLORREF g_Saved[] = { GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNSHADOW),    // at start
+                                    GetSysColor(COLOR_3DDKSHADOW), GetSysColor(COLOR_BTNHIGHLIGHT),
+                                    GetSysColor(COLOR_3DLIGHT), GetSysColor(COLOR_WINDOWFRAME) };
 
 void UseScheme(const Scheme &s)
 {
-    for (size_t i = 0; !g_bSaved && i < ARRAYSIZE(g_Indices); i++)
-        g_Saved[i] = GetSysColor(g_Indices[i]);
-    g_bSaved = true;
     const COLORREF colours[] = { s.face, s.shadow, s.dark, s.hilight, s.light, s.frame };
     SetSysColors(ARRAYSIZE(g_Indices), g_Indices, colours);
 }
 
-void RestoreColours()
-{
-    if (g_bSaved)
-        SetSysColors(ARRAYSIZE(g_Indices), g_Indices, g_Saved);
-}
+void RestoreColours() { SetSysColors(ARRAYSIZE(g_Indices), g_Indices, g_Saved); }
 
 HWND SkinHost::Add(const Item &i)
 {
-    HWND c = CreateWindowExW(0, i.attach == AttachPagePreview ? L"STATIC" : L"BUTTON", i.text, WS_CHILD | WS_VISIBLE | i.style, i.x, i.y, i.w, i.h, hwnd,
-                             (HMENU)(INT_PTR)i.id, GetModuleHandleW(NULL), NULL);
+    HWND c = CreateWindowExW(0, i.attach == AttachPagePreview ? L"STATIC" : L"BUTTON", i.text,
+                             WS_CHILD | WS_VISIBLE | i.style, i.x, i.y, i.w, i.h, hwnd, (HMENU)(INT_PTR)i.id,
+                             GetModuleHandleW(NULL), NULL);
     SendMessageW(c, WM_SETFONT, (WPARAM)GetStockObject(DEFAULT_GUI_FONT), FALSE);
     if (i.attach)
         i.attach(hwnd, i.id);
@@ -48,7 +43,8 @@ static INT_PTR CALLBACK HostProc(HWND dlg, UINT msg, WPARAM, LPARAM lParam)
 
 bool SkinHost::Create()
 {
-    alignas(4) static const struct { DLGTEMPLATE t; WORD menu, cls, title; } tmpl = { { WS_POPUP | WS_VISIBLE, 0, 0, 0, 0, 320, 240 }, 0, 0, 0 };
+    alignas(4) static const struct { DLGTEMPLATE t; WORD menu, cls, title; } tmpl = {
+        { WS_POPUP | WS_VISIBLE, 0, 0, 0, 0, 320, 240 }, 0, 0, 0 };
     bool ok = CreateDialogIndirectParamW(GetModuleHandleW(NULL), &tmpl.t, NULL, HostProc, (LPARAM)this) != NULL;
     Pump();
     return ok;
@@ -56,8 +52,7 @@ bool SkinHost::Create()
 
 void SkinHost::Pump()
 {
-    MSG msg;
-    while (PeekMessageW(&msg, NULL, 0, 0, PM_REMOVE))
+    for (MSG msg; PeekMessageW(&msg, NULL, 0, 0, PM_REMOVE);)
         if (!IsDialogMessageW(hwnd, &msg))
             DispatchMessageW(&msg);
 }

@@ -6,7 +6,8 @@
 #include <windows.h>
 #include <vector>
 
-enum { IDC_PUSH = 1002, IDC_PREVIEW = 1006, IDC_CHECK = 1013, IDC_RADIO = 1096, IDC_GROUP = 1100 };
+enum { IDC_PUSH = 1002, IDC_BROWSE = IDC_PUSH, IDC_PREVIEW = 1006, IDC_CHECK = 1013, IDC_RADIO = 1096, IDC_RADIO2,
+       IDC_GROUP = 1100, IDC_GROUP2 };
 
 // The six system colours the skin reads, and the two mixes expected of them.
 struct Scheme { const char *name; COLORREF face, shadow, dark, hilight, light, frame, halfShadow, halfDark; };
@@ -15,8 +16,7 @@ void UseScheme(const Scheme &s);
 inline void UseClassicColours() { UseScheme(CLASSIC); }
 void RestoreColours();
 
-// A modeless dialog whose WM_INITDIALOG creates and attaches the items (buttons, or the
-// static that becomes the paper preview); Create shows it.
+// A modeless dialog whose WM_INITDIALOG creates and attaches the items; Create shows it.
 struct SkinHost {
     struct Item { int id; DWORD style; LPCWSTR text; int x, y, w, h; void (*attach)(HWND, int); };
     std::vector<Item> items;
@@ -24,10 +24,9 @@ struct SkinHost {
     bool Create();
     HWND Add(const Item &item);
     HWND AddButton(int id, DWORD style, LPCWSTR text, int w, int h, int x = 0, int y = 0)
-    {
-        return Add({ id, style, text, x, y, w, h, nullptr });
-    }
+    { return Add({ id, style, text, x, y, w, h, nullptr }); }
     void Destroy() { if (hwnd) DestroyWindow(hwnd); hwnd = NULL; }
+    ~SkinHost() { Destroy(); }
     void Show() { ShowWindow(hwnd, SW_SHOW); Pump(); }
     void Pump();
 };
