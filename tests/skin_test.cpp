@@ -12,7 +12,8 @@ std::string Compare(HWND c, const std::function<void(HDC, int, int)> &paint)
 {
     std::vector<DWORD> got, want;
     int w, h;
-    CaptureWindow(c, FALSE, &got, &w, &h);
+    if (!CaptureWindow(c, FALSE, &got, &w, &h) || got.empty())
+        return "no picture of the control";
     DrawToPixels(w, h, [&](HDC dc) { paint(dc, w, h); }, &want);
     for (size_t i = 0; i < std::min(got.size(), want.size()); i++)
         if ((got[i] ^ want[i]) & 0xFFFFFF) {
@@ -52,7 +53,6 @@ void Fill(HDC dc, COLORREF c, int l, int t, int r, int b) { Round(dc, c, c, l, t
 // 120 + (-87 >> 1) = 76, 100 + (-89 >> 1) = 55, 75 + (-75 >> 1) = 37.  The light's blue, below 40, darkens to 0.
 const Scheme ODD = { "odd", RGB(201, 187, 150), RGB(120, 100, 75), RGB(33, 11, 0), RGB(250, 245, 240),
                      RGB(230, 220, 25), RGB(20, 30, 60), RGB(160, 143, 112), RGB(76, 55, 37) };
-const COLORREF BLACK = RGB(0, 0, 0), WHITE = RGB(255, 255, 255);
 enum { TAB = WM_APP, ENABLE, LOOK = WM_NULL };    // script actions besides messages
 struct Look { int check, pressed, focus, disabled; };
 
@@ -144,7 +144,7 @@ std::string Compare(HWND c, const Scheme &s, Look k)
         }
         int left = push ? (R - size.cx) >> 1 : 17, top = ((B - size.cy) >> 1) - !push;
         RECT t = { left, top, left + size.cx, top + size.cy }, f = { 4, 4, R - 4, B - 4 };
-        SetTextColor(dc, k.disabled ? s.shadow : push && k.pressed ? s.hilight : BLACK);
+        SetTextColor(dc, k.disabled ? s.shadow : push && k.pressed ? s.hilight : RGB(0, 0, 0));
         DrawTextW(dc, text, -1, &t, DT_CENTER);
         if (!push)    // the caption grown by one, one more at the bottom, within the control
             f = { std::max(left - 1, 0), std::max(top - 1, 0), std::min<int>(t.right + 1, R),
@@ -165,14 +165,14 @@ std::string ComparePreview(HWND c, const Scheme &s, double W, double H, bool lan
         int pw = int((landscape ? H : W) * scale), ph = int((landscape ? W : H) * scale);
         int l = 5 + (aw - pw) / 2, t = 5 + (ah - ph) / 2, r = l + pw, b = t + ph;
         Stroke(dc, s.shadow, { l + 1, b + 1, r + 1, b + 1, r + 1, t });
-        Stroke(dc, BLACK, { l, t, r, t, r, b, l, b, l, t });
+        Stroke(dc, RGB(0, 0, 0), { l, t, r, t, r, b, l, b, l, t });
         const int tl = l + 6, tt = t + 6, tw = r - 5 - tl, tb = b - 5;
-        Fill(dc, WHITE, crop ? tl : l + 1, crop ? tt : t + 1, crop ? tl + MulDiv(tw, 70, 100) : r,
+        Fill(dc, RGB(255, 255, 255), crop ? tl : l + 1, crop ? tt : t + 1, crop ? tl + MulDiv(tw, 70, 100) : r,
              crop ? tt + std::min(tb - tt, 66) : b);    // cropped: only the block the text covers
         static const int rows[] = { 70, 50, 30, 0, 70, 70, 60, 40, 0, 70, 50, 30, 0, 70, 70, 60, 40 };
         for (int i = 0, y = tt + 1; i < 17 && y + 2 < tb; i++, y += 4)
             for (int dy = -1; rows[i] && dy <= 0; dy++)
-                Stroke(dc, BLACK, { tl, y + dy, tl + MulDiv(tw, rows[i], 100), y + dy });
+                Stroke(dc, RGB(0, 0, 0), { tl, y + dy, tl + MulDiv(tw, rows[i], 100), y + dy });
     });
 }
 
