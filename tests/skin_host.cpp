@@ -1,155 +1,58 @@
 #include "skin_host.h"
 #include "skin/skin.h"
 
-static const int g_Indices[] = {
-    COLOR_BTNFACE, COLOR_BTNSHADOW, COLOR_3DDKSHADOW, COLOR_BTNHIGHLIGHT, COLOR_3DLIGHT, COLOR_WINDOWFRAME,
-};
-static COLORREF g_Saved[ARRAYSIZE(g_Indices)];
-static bool g_bSaved;
+// Face 192, shadow 128, dark shadow 0: the mixes halve -64 and -128 exactly.
+const Scheme CLASSIC = { "classic", RGB(192, 192, 192), RGB(128, 128, 128), RGB(0, 0, 0), RGB(255, 255, 255),
+                         RGB(223, 223, 223), RGB(0, 0, 0), RGB(160, 160, 160), RGB(64, 64, 64) };
 
-void SetColour(int index, COLORREF clr)
+static const int g_Indices[] = { COLOR_BTNFACE, COLOR_BTNSHADOW, COLOR_3DDKSHADOW, COLOR_BTNHIGHLIGHT,
+                                 COLOR_3DLIGHT, COLOR_WINDOWFRAME };
+static const COLORREF g_Saved[] = { GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNSHADOW),    // at start
+                                    GetSysColor(COLOR_3DDKSHADOW), GetSysColor(COLOR_BTNHIGHLIGHT),
+                                    GetSysColor(COLOR_3DLIGHT), GetSysColor(COLOR_WINDOWFRAME) };
+
+void UseScheme(const Scheme &s)
 {
-    if (!g_bSaved) {
-        for (size_t i = 0; i < ARRAYSIZE(g_Indices); i++)
-            g_Saved[i] = GetSysColor(g_Indices[i]);
-        g_bSaved = true;
-    }
-    SetSysColors(1, &index, &clr);
+    const COLORREF colours[] = { s.face, s.shadow, s.dark, s.hilight, s.light, s.frame };
+    SetSysColors(ARRAYSIZE(g_Indices), g_Indices, colours);
 }
 
-void UseClassicColours()
+void RestoreColours() { SetSysColors(ARRAYSIZE(g_Indices), g_Indices, g_Saved); }
+
+HWND SkinHost::Add(const Item &i)
 {
-    static const COLORREF classic[] = {
-        RGB(192, 192, 192), RGB(128, 128, 128), RGB(0, 0, 0), RGB(255, 255, 255), RGB(223, 223, 223), RGB(0, 0, 0),
-    };
-    for (size_t i = 0; i < ARRAYSIZE(g_Indices); i++)
-        SetColour(g_Indices[i], classic[i]);
+    HWND c = CreateWindowExW(0, i.attach == AttachPagePreview ? L"STATIC" : L"BUTTON", i.text,
+                             WS_CHILD | WS_VISIBLE | i.style, i.x, i.y, i.w, i.h, hwnd, (HMENU)(INT_PTR)i.id,
+                             GetModuleHandleW(NULL), NULL);
+    SendMessageW(c, WM_SETFONT, (WPARAM)GetStockObject(DEFAULT_GUI_FONT), FALSE);
+    if (i.attach)
+        i.attach(hwnd, i.id);
+    return c;
 }
 
-void RestoreColours()
+static INT_PTR CALLBACK HostProc(HWND dlg, UINT msg, WPARAM, LPARAM lParam)
 {
-    if (g_bSaved)
-        SetSysColors(ARRAYSIZE(g_Indices), g_Indices, g_Saved);
-}
-
-COLORREF Dib::Pixel(int x, int y) const
-{
-    if (x < 0 || y < 0 || x >= width || y >= height)
-        return CLR_INVALID;
-    DWORD v = bits[y * width + x];
-    return RGB((v >> 16) & 0xFF, (v >> 8) & 0xFF, v & 0xFF);
-}
-
-bool Dib::Contains(const RECT &rc, COLORREF clr) const
-{
-    for (int y = rc.top; y < rc.bottom; y++)
-        for (int x = rc.left; x < rc.right; x++)
-            if (Pixel(x, y) == clr)
-                return true;
-    return false;
-}
-
-bool Dib::SameAs(const Dib &other, const RECT &rc) const
-{
-    for (int y = rc.top; y < rc.bottom; y++)
-        for (int x = rc.left; x < rc.right; x++)
-            if (Pixel(x, y) != other.Pixel(x, y))
-                return false;
-    return true;
-}
-
-COLORREF ScreenPixel(HWND hwnd, int x, int y)
-{
-    HDC hdc = GetDC(hwnd);
-    COLORREF clr = GetPixel(hdc, x, y);
-    ReleaseDC(hwnd, hdc);
-    return clr;
+    if (msg != WM_INITDIALOG)
+        return FALSE;
+    SkinHost *host = (SkinHost *)lParam;
+    host->hwnd = dlg;
+    for (const SkinHost::Item &i : host->items)
+        host->Add(i);
+    return TRUE;    // the dialog manager focuses the first tab stop
 }
 
 bool SkinHost::Create()
 {
-    WNDCLASSW wc = {};
-    wc.lpfnWndProc = DefWindowProcW;
-    wc.hInstance = GetModuleHandleW(NULL);
-    wc.hbrBackground = (HBRUSH)(COLOR_BTNFACE + 1);
-    wc.lpszClassName = L"QlrSkinHost";
-    RegisterClassW(&wc);
-    hwnd = CreateWindowExW(0, L"QlrSkinHost", L"", WS_POPUP, 0, 0, 400, 300, NULL, NULL,
-                           wc.hInstance, NULL);
-    hFont = (HFONT)GetStockObject(DEFAULT_GUI_FONT);
-    return hwnd != NULL;
+    alignas(4) static const struct { DLGTEMPLATE t; WORD menu, cls, title; } tmpl = {
+        { WS_POPUP | WS_VISIBLE, 0, 0, 0, 0, 320, 240 }, 0, 0, 0 };
+    bool ok = CreateDialogIndirectParamW(GetModuleHandleW(NULL), &tmpl.t, NULL, HostProc, (LPARAM)this) != NULL;
+    Pump();
+    return ok;
 }
 
-void SkinHost::Destroy()
+void SkinHost::Pump()
 {
-    if (hwnd)
-        DestroyWindow(hwnd);
-    hwnd = NULL;
-}
-
-HWND SkinHost::AddButton(int id, DWORD style, LPCWSTR text, int w, int h, int x, int y)
-{
-    HWND h2 = CreateWindowExW(0, L"BUTTON", text, WS_CHILD | WS_VISIBLE | style, x, y, w, h, hwnd,
-                              (HMENU)(INT_PTR)id, GetModuleHandleW(NULL), NULL);
-    SendMessageW(h2, WM_SETFONT, (WPARAM)hFont, FALSE);
-    return h2;
-}
-
-HWND SkinHost::AddStatic(int id, int w, int h)
-{
-    return CreateWindowExW(0, L"STATIC", L"Preview", WS_CHILD | WS_VISIBLE, 0, 0, w, h, hwnd,
-                           (HMENU)(INT_PTR)id, GetModuleHandleW(NULL), NULL);
-}
-
-void SkinHost::Show()
-{
-    ShowWindow(hwnd, SW_SHOWNOACTIVATE);
-    RedrawWindow(hwnd, NULL, NULL, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    MSG msg;
-    while (PeekMessageW(&msg, NULL, 0, 0, PM_REMOVE))
-        DispatchMessageW(&msg);
-}
-
-Dib SkinHost::RenderMark(int id, UINT itemState, int nCheck)
-{
-    HWND control = GetDlgItem(hwnd, id);
-    SKINCONTROL *pControl = FindSkinControl(control);
-    pControl->nCheck = nCheck;
-    RECT rc;
-    GetClientRect(control, &rc);
-    return DrawToDib(rc.right, rc.bottom, [&](HDC hdc) {
-        DRAWITEMSTRUCT dis = {};
-        dis.CtlType = ODT_BUTTON;
-        dis.CtlID = id;
-        dis.itemAction = ODA_DRAWENTIRE;
-        dis.itemState = itemState;
-        dis.hDC = hdc;
-        dis.rcItem = rc;
-        DrawSkinItem(control, &dis, pControl);
-    });
-}
-
-Dib SkinHost::Render(int id, UINT itemState)
-{
-    return RenderMark(id, itemState, 0);
-}
-
-SIZE SkinHost::TextSize(LPCWSTR text)
-{
-    HDC hdc = GetDC(hwnd);
-    HGDIOBJ hOld = SelectObject(hdc, hFont);
-    SIZE size = {};
-    GetTextExtentPoint32W(hdc, text, lstrlenW(text), &size);
-    SelectObject(hdc, hOld);
-    ReleaseDC(hwnd, hdc);
-    return size;
-}
-
-bool SkinHost::ScreenContains(HWND control, const RECT &rc, COLORREF clr)
-{
-    for (int y = rc.top; y < rc.bottom; y++)
-        for (int x = rc.left; x < rc.right; x++)
-            if (ScreenPixel(control, x, y) == clr)
-                return true;
-    return false;
+    for (MSG msg; PeekMessageW(&msg, NULL, 0, 0, PM_REMOVE);)
+        if (!IsDialogMessageW(hwnd, &msg))
+            DispatchMessageW(&msg);
 }

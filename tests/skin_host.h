@@ -1,54 +1,34 @@
-// A host window for skinned controls, a fixed colour scheme, and pixels read
-// back from a DIB or from a window.
+// A real dialog hosting skinned controls, and colour schemes set through
+// SetSysColors, which reach every process on the wineserver until restored.
 #ifndef QLR_TESTS_SKIN_HOST_H
 #define QLR_TESTS_SKIN_HOST_H
 
 #include <windows.h>
 #include <vector>
-#include "capture.h"
 
-enum { IDC_PUSH = 1002, IDC_PREVIEW = 1006, IDC_CHECK = 1013, IDC_RADIO = 1096, IDC_GROUP = 1100 };
+enum { IDC_PUSH = 1002, IDC_BROWSE = IDC_PUSH, IDC_PREVIEW = 1006, IDC_CHECK = 1013, IDC_RADIO = 1096, IDC_RADIO2,
+       IDC_GROUP = 1100, IDC_GROUP2 };
 
-// Classic scheme: face 192, shadow 128, dark shadow 0, highlight 255, light
-// 223, window frame 0.  SetSysColors reaches every process on the wineserver
-// until it stops, so the originals are put back at the end.
-void UseClassicColours();
-void SetColour(int index, COLORREF clr);
+// The six system colours the skin reads, and the two mixes expected of them.
+struct Scheme { const char *name; COLORREF face, shadow, dark, hilight, light, frame, halfShadow, halfDark; };
+extern const Scheme CLASSIC;
+void UseScheme(const Scheme &s);
+inline void UseClassicColours() { UseScheme(CLASSIC); }
 void RestoreColours();
 
-struct Dib {
-    int width = 0, height = 0;
-    std::vector<DWORD> bits;    // top-down, 0x00RRGGBB
-    COLORREF Pixel(int x, int y) const;
-    bool Contains(const RECT &rc, COLORREF clr) const;
-    bool SameAs(const Dib &other, const RECT &rc) const;
-};
-
-COLORREF ScreenPixel(HWND hwnd, int x, int y);
-
+// A modeless dialog whose WM_INITDIALOG creates and attaches the items; Create shows it.
 struct SkinHost {
+    struct Item { int id; DWORD style; LPCWSTR text; int x, y, w, h; void (*attach)(HWND, int); };
+    std::vector<Item> items;
     HWND hwnd = NULL;
-    HFONT hFont = NULL;
     bool Create();
-    void Destroy();
-    HWND AddButton(int id, DWORD style, LPCWSTR text, int w, int h, int x = 0, int y = 0);
-    HWND AddStatic(int id, int w, int h);
-    void Show();
-    // Paints an attached button kind with DrawSkinItem into a DIB.
-    Dib Render(int id, UINT itemState);
-    Dib RenderMark(int id, UINT itemState, int nCheck);
-    SIZE TextSize(LPCWSTR text);
-    bool ScreenContains(HWND control, const RECT &rc, COLORREF clr);
+    HWND Add(const Item &item);
+    HWND AddButton(int id, DWORD style, LPCWSTR text, int w, int h, int x = 0, int y = 0)
+    { return Add({ id, style, text, x, y, w, h, nullptr }); }
+    void Destroy() { if (hwnd) DestroyWindow(hwnd); hwnd = NULL; }
+    ~SkinHost() { Destroy(); }
+    void Show() { ShowWindow(hwnd, SW_SHOW); Pump(); }
+    void Pump();
 };
-
-// Draws into a DIB section of the given size; draw receives its DC.
-inline Dib DrawToDib(int w, int h, const std::function<void(HDC)> &draw)
-{
-    Dib dib;
-    dib.width = w;
-    dib.height = h;
-    DrawToPixels(w, h, draw, &dib.bits);
-    return dib;
-}
 
 #endif
