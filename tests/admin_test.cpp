@@ -58,7 +58,7 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
     RegGetValueW(HKEY_CURRENT_USER, KEY, NULL, RRF_RT_REG_SZ, NULL, current, &cb);
     const std::wstring path = TempFile(L"qlr-admin.qlr"), file = L"\"" + path + L"\"";
     DeleteFileW(path.c_str());
-    std::vector<BYTE> captured;
+    std::vector<BYTE> captured, deployed;
     const struct { std::wstring args; DWORD code; const char *printed; } script[] = {
         { L"capture Quillora \"qlr admin A\"", 0, "" },
         { L"capture \"No Such Printer\" \"qlr admin C\"", 1, "" },
@@ -68,11 +68,14 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         { L"rename \"qlr admin A\" \"qlr admin B\"", 0, "" },
         { L"rename \"qlr admin A\" \"qlr admin C\"", 1, "" },
         { L"show \"qlr admin A\"", 1, "" },
+        // Deployed over a profile spelt in other case: the current name
+        // follows the stored key, so the pages still find it.
+        { L"rename \"qlr admin B\" \"QLR ADMIN A\"", 0, "" },
         { L"deploy " + file, 0, "" },
-        { L"list", 0, "* qlr admin A" },
+        { L"list", 0, "* QLR ADMIN A" },
         { L"print file " + file, 0, "dwSignature        0x4453444D" },
-        { L"delete \"qlr admin B\"", 0, "" },
-        { L"delete \"qlr admin B\"", 1, "" },
+        { L"delete \"qlr admin a\"", 0, "" },
+        { L"delete \"qlr admin a\"", 1, "" },
         { L"print printer Quillora", 0, "dmDeviceName       \"Quillora\"" },
         { L"print printer \"No Such Printer\"", 1, "" },
         { L"frobnicate", 2, "" },
@@ -84,9 +87,11 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         EXPECT_NE(std::string::npos, out.find(step.printed)) << std::string(step.args.begin(), step.args.end()) << ": " << out;
         if (&step == script)
             captured = Stored(L"qlr admin A");
+        if (step.args.find(L"deploy") == 0)
+            deployed = Stored(L"qlr admin A");
     }
     ASSERT_EQ(QLR_RECORD_SIZE, (int)captured.size()) << "captured whole";
-    EXPECT_EQ(captured, Stored(L"qlr admin A")) << "deployed whole";
+    EXPECT_EQ(captured, deployed) << "deployed whole";
     EXPECT_TRUE(Stored(L"qlr admin B").empty() && Stored(L"qlr admin C").empty());
 
     // A file one byte short is refused, and nothing is stored.
