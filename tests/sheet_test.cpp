@@ -160,8 +160,8 @@ protected:
         g_file = std::wstring(path) + L"qlr-sheet.qlr";
         SYSTEMTIME t;
         GetLocalTime(&t);
-        wsprintfW(path, L"%02d-%02d-%04d", t.wMonth, t.wDay, t.wYear);
-        g_date = path;
+        g_date = std::to_wstring(t.wMonth + 100).substr(1) + L"-" + std::to_wstring(t.wDay + 100).substr(1) + L"-" +
+                 std::to_wstring(t.wYear);
     }
     void TearDown() override
     {
@@ -205,16 +205,13 @@ protected:
         SCOPED_TRACE(s.name);
         Clean();
         QLRDEVMODE stored = Defaults(), second = Defaults();
-        stored.m_bProfiled = second.m_bProfiled = TRUE;
-        if (s.profile) {
-            s.stored(stored);
-            StoreProfile(s.profile, stored);
-        }
-        SetCurrentName(s.profile ? s.profile : L"");
-        second.iOutputFormat = 4;
+        stored.m_bProfiled = second.m_bProfiled = TRUE, second.iOutputFormat = 4;
         lstrcpyW(second.szComments, L"second");
+        if (s.profile)
+            s.stored(stored), StoreProfile(s.profile, stored);
         if (s.flags & WITH_B)
             StoreProfile(L"qlr B", second);
+        SetCurrentName(s.profile ? s.profile : L"");
         Associate(s.flags & ASSOCIATED);
         std::vector<BYTE> printerBefore = PrinterRecord(), out(8192, 0xA5);
         LONG result = -100;
@@ -243,9 +240,7 @@ protected:
         // and the depth, and saving marks the record as the profile's.
         e.dmPublic.dmFields &= ~0x1000E;
         e.dmPublic.dmFields |= e.bCustomPaper ? 0xE : 0x10002;
-        e.dmPublic.dmColor = 2;
-        e.dmPublic.dmBitsPerPel = 32;
-        e.m_bProfiled = TRUE;
+        e.dmPublic.dmColor = 2, e.dmPublic.dmBitsPerPel = 32, e.m_bProfiled = TRUE;
         Compare(out.data(), e, "output record");
         std::vector<BYTE> printer = PrinterRecord();
         ASSERT_EQ((size_t)QLR_RECORD_SIZE, printer.size());
@@ -453,8 +448,9 @@ TEST_F(SheetScripts, Run)
             { MANAGER, 1081, TEXT, 0, L"_qlr renamed" }, { MANAGER, 1081, TYPE, 0, L"zqlr renamed" },
             { MANAGER, 1083, SEL, 1 }, { MANAGER, 1083, ITEM, 1, L"zqlr renamed" }, { MANAGER, 1081, TYPE, 0, L"QLR B" },
             { MANAGER, 1083, ITEM, 1, L"zqlr renamed" }, { MANAGER, 1083, ITEM, 0, L"qlr B" },
-            { MANAGER, 1081, SET, 0, L"zqlr renamed" }, { MANAGER, 1086, CLICK }, { BOX, 0xFFFF, TEXT, 0, L"Вы хотите удалить выбранный профиль?          " },
-            { BOX, 0, TEXT, 0, L"Edit profile..." }, { BOX, IDYES, CLICK }, { MANAGER, 1083, COUNT, 1 },
+            { MANAGER, 1081, SET, 0, L"zqlr renamed" }, { MANAGER, 1086, CLICK }, { BOX, 0, TEXT, 0, L"Edit profile..." },
+            { BOX, 0xFFFF, TEXT, 0, L"Вы хотите удалить выбранный профиль?          " }, { BOX, IDYES, CLICK },
+            { MANAGER, 1083, COUNT, 1 },
             { MANAGER, 1083, SEL, 0 }, { MANAGER, 1081, TEXT, 0, L"qlr B" }, { MANAGER, 1082, TEXT, 0, L"second" },
             { MANAGER, 1086, CLICK }, { BOX, IDYES, CLICK }, { MANAGER, 1083, COUNT, 0 }, { MANAGER, 1086, ON, 0 },
             { MANAGER, 1088, ON, 0 }, { MANAGER, 1087, ON, 1 }, { MANAGER, 1081, TEXT, 0, L"" },
@@ -516,7 +512,9 @@ TEST_F(SheetScripts, SheetsGiveBackTheirObjectsAndWindows)
     const std::vector<Step> steps = { { OUTPUT_PAGE, 1088, TEXT, 0, L"Quillora test viewer" },
                                       { FORMAT_PAGE, 0, SHOWN, 1 }, { PAGE_SETUP, 0, SHOWN, 1 }, CANCEL };
     QLRDEVMODE out;
-    auto open = [&] { DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, &out.dmPublic, NULL, DM_PROMPT | DM_OUT_BUFFER); };
+    auto open = [&] {
+        DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, &out.dmPublic, NULL, DM_PROMPT | DM_OUT_BUFFER);
+    };
     ASSERT_EQ(steps.size(), RunScript("first sheet", steps, open));     // the libraries' first-use objects
     int gdi = GdiObjects(), windows = ThreadWindows();
     ASSERT_GT(gdi, 0) << "no way to count GDI objects here";

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <commctrl.h>
 #include <prsht.h>
+#include <algorithm>
 
 namespace {
 
@@ -14,20 +15,18 @@ int g_ticks;
 HWND g_sheet;
 std::vector<HWND> g_driving;    // dialogs whose steps are being played, outermost first
 
-int KindOf(HWND hDlg)
-{
-    WCHAR cls[16];
-    GetClassNameW(hDlg, cls, 16);
-    return !lstrcmpW(cls, L"#32768") ? MENU : FindWindowExW(hDlg, NULL, WC_TABCONTROLW, NULL) ? PAGE_SETUP
-         : GetDlgItem(hDlg, 1083) ? MANAGER : GetDlgItem(hDlg, 0x47c) ? FILE_DLG      // 0x47c: the file name
-         : GetDlgItem(hDlg, 1081) ? SAVE : GetDlgItem(hDlg, 0xFFFF) ? BOX : ABOUT_BOX;
-}
-
-bool IsCombo(HWND hwnd)
+bool ClassIs(HWND hwnd, LPCWSTR name)
 {
     WCHAR cls[16];
     GetClassNameW(hwnd, cls, 16);
-    return lstrcmpiW(cls, L"ComboBox") == 0;
+    return !lstrcmpiW(cls, name);
+}
+
+int KindOf(HWND hDlg)
+{
+    return ClassIs(hDlg, L"#32768") ? MENU : FindWindowExW(hDlg, NULL, WC_TABCONTROLW, NULL) ? PAGE_SETUP
+         : GetDlgItem(hDlg, 1083) ? MANAGER : GetDlgItem(hDlg, 0x47c) ? FILE_DLG      // 0x47c: the file name
+         : GetDlgItem(hDlg, 1081) ? SAVE : GetDlgItem(hDlg, 0xFFFF) ? BOX : ABOUT_BOX;
 }
 
 // The window a step acts on: a page (brought to the front as a click on its
@@ -50,9 +49,9 @@ HWND Target(HWND hDlg, int where)
 void Play(HWND hDlg, const Step &s, size_t index)
 {
     HWND t = Target(hDlg, s.where), c = s.id ? GetDlgItem(t, s.id) : t;
-    bool combo = IsCombo(c);
-    std::string at = std::string(g_name) + ", step " + std::to_string(index);
-    ASSERT_NE(nullptr, c) << at << ": no control " << s.id;
+    bool combo = ClassIs(c, L"ComboBox");
+    std::string at = std::string(g_name) + ", step " + std::to_string(index) + ", control " + std::to_string(s.id);
+    ASSERT_NE(nullptr, c) << at << " missing";
     std::wstring text = s.s ? s.s : L"";
     WCHAR item[300] = L"";
     switch (s.op) {
@@ -69,25 +68,22 @@ void Play(HWND hDlg, const Step &s, size_t index)
         break;
     case KEY: PostMessageW(c, WM_CHAR, s.n, 0); break;
     case PRESS: PostMessageW(g_sheet, PSM_PRESSBUTTON, s.n, 0); break;
-    case TEXT: EXPECT_EQ(text, TextOf(c)) << at << ", text of " << s.id; break;
-    case CHECK: EXPECT_EQ(s.n, SendMessageW(c, BM_GETCHECK, 0, 0)) << at << ", check state of " << s.id; break;
-    case ON: EXPECT_EQ(s.n != 0, IsWindowEnabled(c) != FALSE) << at << ", enabling of " << s.id; break;
-    case SHOWN: EXPECT_EQ(s.n != 0, IsWindowVisible(c) != FALSE) << at << ", visibility of " << s.id; break;
+    case TEXT: EXPECT_EQ(text, TextOf(c)) << at << " text"; break;
+    case CHECK: EXPECT_EQ(s.n, SendMessageW(c, BM_GETCHECK, 0, 0)) << at << " check"; break;
+    case ON: EXPECT_EQ(s.n != 0, IsWindowEnabled(c) != FALSE) << at << " enabled"; break;
+    case SHOWN: EXPECT_EQ(s.n != 0, IsWindowVisible(c) != FALSE) << at << " visible"; break;
     case ITEM:
         SendMessageW(c, combo ? CB_GETLBTEXT : LB_GETTEXT, s.n, (LPARAM)item);
-        EXPECT_EQ(text, item) << at << ", entry " << s.n << " of " << s.id;
+        EXPECT_EQ(text, item) << at << " entry " << s.n;
         break;
-    case COUNT: EXPECT_EQ(s.n, SendMessageW(c, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0)) << at << ", size of " << s.id; break;
-    case SEL: EXPECT_EQ(s.n, SendMessageW(c, combo ? CB_GETCURSEL : LB_GETCURSEL, 0, 0)) << at << ", choice in " << s.id; break;
+    case COUNT: EXPECT_EQ(s.n, SendMessageW(c, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0)) << at << " size"; break;
+    case SEL: EXPECT_EQ(s.n, SendMessageW(c, combo ? CB_GETCURSEL : LB_GETCURSEL, 0, 0)) << at << " choice"; break;
     }
 }
 
 BOOL CALLBACK FindInputDialog(HWND hwnd, LPARAM lParam)
 {
-    WCHAR cls[16];
-    GetClassNameW(hwnd, cls, 16);
-    if ((lstrcmpW(cls, L"#32768") == 0 || lstrcmpW(cls, L"#32770") == 0) && IsWindowVisible(hwnd) &&
-        IsWindowEnabled(hwnd)) {
+    if ((ClassIs(hwnd, L"#32768") || ClassIs(hwnd, L"#32770")) && IsWindowVisible(hwnd) && IsWindowEnabled(hwnd)) {
         *(HWND *)lParam = hwnd;
         return FALSE;
     }
@@ -106,10 +102,7 @@ void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD)
             PostMessageW(h, WM_COMMAND, IDCANCEL, 0);
         return;
     }
-    for (HWND d : g_driving)
-        if (d == h)
-            return;
-    if (!h)
+    if (!h || std::find(g_driving.begin(), g_driving.end(), h) != g_driving.end())
         return;
     int kind = KindOf(h);
     if (kind == PAGE_SETUP)
@@ -135,11 +128,7 @@ std::wstring TextOf(HWND hwnd)
 
 size_t RunScript(const char *name, const std::vector<Step> &steps, const std::function<void()> &open)
 {
-    g_name = name;
-    g_steps = &steps;
-    g_next = 0;
-    g_ticks = 0;
-    g_sheet = NULL;
+    g_name = name, g_steps = &steps, g_next = 0, g_ticks = 0, g_sheet = NULL;
     UINT_PTR timer = SetTimer(NULL, 0, TICK_MS, Tick);
     open();
     KillTimer(NULL, timer);
