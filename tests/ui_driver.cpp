@@ -83,11 +83,8 @@ void Play(HWND hDlg, const Step &s, size_t index)
 
 BOOL CALLBACK FindInputDialog(HWND hwnd, LPARAM lParam)
 {
-    if ((ClassIs(hwnd, L"#32768") || ClassIs(hwnd, L"#32770")) && IsWindowVisible(hwnd) && IsWindowEnabled(hwnd)) {
-        *(HWND *)lParam = hwnd;
-        return FALSE;
-    }
-    return TRUE;
+    bool found = (ClassIs(hwnd, L"#32768") || ClassIs(hwnd, L"#32770")) && IsWindowVisible(hwnd) && IsWindowEnabled(hwnd);
+    return found ? (*(HWND *)lParam = hwnd, FALSE) : TRUE;
 }
 
 // Ticks come again inside the modal loops that a step opens: the dialog of
@@ -117,6 +114,15 @@ void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD)
     g_driving.pop_back();
 }
 
+// A sheet that never lets the timer run (a page answering every message
+// itself) is ended from a second thread instead.
+DWORD WINAPI Watchdog(LPVOID done)
+{
+    if (WaitForSingleObject(done, 60000) == WAIT_TIMEOUT)
+        fprintf(stderr, "%s: the sheet hung\n", g_name), fflush(stderr), TerminateProcess(GetCurrentProcess(), 3);
+    return 0;
+}
+
 }  // namespace
 
 std::wstring TextOf(HWND hwnd)
@@ -129,8 +135,10 @@ std::wstring TextOf(HWND hwnd)
 size_t RunScript(const char *name, const std::vector<Step> &steps, const std::function<void()> &open)
 {
     g_name = name, g_steps = &steps, g_next = 0, g_ticks = 0, g_sheet = NULL;
+    HANDLE done = CreateEventW(NULL, TRUE, FALSE, NULL), watch = CreateThread(NULL, 0, Watchdog, done, 0, NULL);
     UINT_PTR timer = SetTimer(NULL, 0, TICK_MS, Tick);
     open();
     KillTimer(NULL, timer);
+    SetEvent(done), WaitForSingleObject(watch, INFINITE), CloseHandle(watch), CloseHandle(done);
     return g_next;
 }

@@ -1,8 +1,6 @@
-// Drives the document sheet and the modal dialogs it opens the way a user
-// would, from a thread timer on the sheet's own thread: a script of steps,
-// each aimed at a page, a format panel or a dialog, is played in order as
-// the dialogs it names come up.  A run that goes on too long is ended by
-// cancelling whatever is open, so a failure can never hang CI.
+// Drives the document sheet and its modal dialogs as a user would, from a timer
+// on the sheet's thread: steps aimed at a page, a format panel or a dialog are
+// played in order as those come up; a run that goes on too long is cancelled.
 #ifndef QLR_TESTS_UI_DRIVER_H
 #define QLR_TESTS_UI_DRIVER_H
 
@@ -20,8 +18,7 @@ enum Op {
     CLICK, CHOOSE, SELECT, SET, LEAVE, TYPE, KEY, PRESS,   // actions
     TEXT, CHECK, ON, SHOWN, ITEM, COUNT, SEL                // expectations
 };
-// n: index, check state, flag, key, sheet button or edit selection
-// (MAKELONG(start, end)); s: text.
+// n: index, check state, flag, key, sheet button or MAKELONG(start, end); s: text.
 struct Step { int where; int id; int op; int n = 0; LPCWSTR s = nullptr; };
 
 std::wstring TextOf(HWND hwnd);
