@@ -22,21 +22,19 @@ QLRDEVMODE Defaults()
 {
     QLRDEVMODE d = {};
     DEVMODEW &p = d.dmPublic;
-    lstrcpyW(p.dmDeviceName, PRINTER);
+    lstrcpyW(p.dmDeviceName, PRINTER), lstrcpyW(p.dmFormName, L"A4");
     p.dmSpecVersion = 0x0401, p.dmDriverVersion = 0x0246, p.dmSize = 220, p.dmDriverExtra = 3264;
     p.dmFields = 0x0001FC0F, p.dmOrientation = 1, p.dmPaperSize = 9, p.dmPaperLength = 2970, p.dmPaperWidth = 2100;
     p.dmScale = 100, p.dmCopies = 1, p.dmPrintQuality = p.dmYResolution = 200, p.dmColor = 2, p.dmDuplex = 1;
     p.dmTTOption = 1, p.dmBitsPerPel = 24, p.dmPelsWidth = 2100, p.dmPelsHeight = 2970;
-    lstrcpyW(p.dmFormName, L"A4");
     d.dwSignature = 0x4453444D, d.dwPrivVersion = 0x2010, d.iPaper = 14, d.iResolution = 200;
     d.iCustomWidth = 2100, d.iCustomHeight = 2970, d.iCustomUnit = 1, d.iOutputFormat = 2;
     d.iBmpBitsPerPixel = 24, d.iGifColors = 256, d.bGifDither = 1, d.bGifMultiPage = 1;
     d.iJpegBitsPerPixel = 24, d.iJpegQuality = 100, d.iJpegSubsampling = 2;
     d.iTiffBitsPerPixel = 24, d.iTiffQuality = 100, d.iTiffCompression = 4, d.bTiffMultiPage = 1;
     d.iPcxBitsPerPixel = 24, d.iDcxBitsPerPixel = 24, d.bDcxMultiPage = 1, d.bShowResult = 1;
-    lstrcpyW(d.szOutputFolder, L"c:\\QLR Output Files");
+    lstrcpyW(d.szOutputFolder, L"c:\\QLR Output Files"), lstrcpyW(d.szViewerParams, L"%f");
     lstrcpyW(d.szFileNameMask, L"&[DocName]_&[Page].&[Type]");
-    lstrcpyW(d.szViewerParams, L"%f");
     return d;
 }
 
@@ -391,6 +389,8 @@ TEST_F(SheetScripts, Run)
               e.bShowResult = 1, e.bUseCustomViewer = 1;
               lstrcpyW(e.szFileNameMask, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page");
               lstrcpyW(e.szOutputFolder, L"d:\\images"), lstrcpyW(e.szViewerParams, L"/view %f"); } },
+        { "choosing a viewer alone is saved at OK", L"qlr A", [](QLRDEVMODE &) {}, 0, {
+            { OUTPUT_PAGE, 1059, CLICK }, OK }, NULL, [](QLRDEVMODE &e) { e.bUseCustomViewer = 1; } },
         { "the macro menu replaces the selected text", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
             { OUTPUT_PAGE, 1052, SET, 0, L"abcXYZ" }, { OUTPUT_PAGE, 1052, SELECT, MAKELONG(3, 6) },
             { OUTPUT_PAGE, 1053, CLICK }, { MENU, 0, KEY, 0x0422 }, { OUTPUT_PAGE, 1052, TEXT, 0, L"abc&[Type]" },
