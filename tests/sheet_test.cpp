@@ -1,646 +1,521 @@
-// The document and device property sheets as applications open them, driven
-// by messages to the real dialogs; profiles on the real registry and the
-// printer's default settings read back through the spooler.
-#include "sheet_fixture.h"
+// The document sheet as applications open it (winspool, DM_PROMPT, on the
+// installed printer): each script drives the real pages and dialogs with
+// messages and checks what they show; after OK the caller's record, the
+// printer's default and the current profile are compared field by field
+// with the record the script's changes must give.
+#include <gtest/gtest.h>
+#include <stddef.h>
+#include <windows.h>
+#include <prsht.h>
+#include "record.h"
+#include "ui_driver.h"
 
 namespace {
 
-TEST_F(Sheet, OkReturnsTheProfilesRecordAndMakesItThePrintersDefault)
+#define PRINTER L"Quillora"
+#define PROFILES_KEY L"Software\\Moravel\\Quillora\\Profile"
+const LPCWSTR NAMES[] = { L"qlr A", L"qlr B", L"qlr C", L"Case A", L"_qlr renamed", L"zqlr renamed" };
+std::wstring g_viewer, g_date, g_file;      // a program with a version resource; today; a profile file
+
+// The factory settings as a freshly built record holds them.
+QLRDEVMODE Defaults()
 {
-    Layout out;
-    MakeLayout(&out, 0, 0, 0, 0xA5);
-    int sheets = 0;
-    LONG result = Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
-        if (kind == DIALOG_SHEET && sheets++ == 0) {
-            EXPECT_EQ(PropSheet_GetCurrentPageHwnd(h), SheetPage(h, 0)) << "page setup comes first";
-            ReportChange(SheetPage(h, 0));
-            PressSheetButton(h, PSBTN_OK);
+    QLRDEVMODE d = {};
+    DEVMODEW &p = d.dmPublic;
+    lstrcpyW(p.dmDeviceName, PRINTER), lstrcpyW(p.dmFormName, L"A4");
+    p.dmSpecVersion = 0x0401, p.dmDriverVersion = 0x0246, p.dmSize = 220, p.dmDriverExtra = 3264;
+    p.dmFields = 0x0001FC0F, p.dmOrientation = 1, p.dmPaperSize = 9, p.dmPaperLength = 2970, p.dmPaperWidth = 2100;
+    p.dmScale = 100, p.dmCopies = 1, p.dmPrintQuality = p.dmYResolution = 200, p.dmColor = 2, p.dmDuplex = 1;
+    p.dmTTOption = 1, p.dmBitsPerPel = 24, p.dmPelsWidth = 2100, p.dmPelsHeight = 2970;
+    d.dwSignature = 0x4453444D, d.dwPrivVersion = 0x2010, d.iPaper = 14, d.iResolution = 200;
+    d.iCustomWidth = 2100, d.iCustomHeight = 2970, d.iCustomUnit = 1, d.iOutputFormat = 2;
+    d.iBmpBitsPerPixel = 24, d.iGifColors = 256, d.bGifDither = 1, d.bGifMultiPage = 1;
+    d.iJpegBitsPerPixel = 24, d.iJpegQuality = 100, d.iJpegSubsampling = 2;
+    d.iTiffBitsPerPixel = 24, d.iTiffQuality = 100, d.iTiffCompression = 4, d.bTiffMultiPage = 1;
+    d.iPcxBitsPerPixel = 24, d.iDcxBitsPerPixel = 24, d.bDcxMultiPage = 1, d.bShowResult = 1;
+    lstrcpyW(d.szOutputFolder, L"c:\\QLR Output Files"), lstrcpyW(d.szViewerParams, L"%f");
+    lstrcpyW(d.szFileNameMask, L"&[DocName]_&[Page].&[Type]");
+    return d;
+}
+
+struct Field { size_t off, size; const char *name; };
+#define F(x) { offsetof(QLRDEVMODE, x), sizeof(((QLRDEVMODE *)0)->x), #x }
+#define P(x) F(dmPublic.x)
+const Field FIELDS[] = {
+    P(dmDeviceName), P(dmSpecVersion), P(dmDriverVersion), P(dmSize), P(dmDriverExtra), P(dmFields),
+    P(dmOrientation), P(dmPaperSize), P(dmPaperLength), P(dmPaperWidth), P(dmPrintQuality), P(dmColor),
+    P(dmYResolution), P(dmFormName), P(dmBitsPerPel), F(iPaper), F(iOrientation), F(iResolution), F(bCropEdges),
+    F(bCustomPaper), F(iCustomWidth), F(iCustomHeight), F(iCustomUnit), F(iOutputFormat), F(iBmpBitsPerPixel),
+    F(bBmpGrayscale), F(bBmpDither), F(iGifColors), F(bGifGrayscale), F(bGifDither), F(bGifInterlaced),
+    F(bGifMultiPage), F(iJpegBitsPerPixel), F(bJpegGrayscale), F(bJpegDither), F(iJpegQuality),
+    F(iJpegSubsampling), F(iTiffBitsPerPixel), F(bTiffDither), F(iTiffQuality), F(iTiffCompression),
+    F(bTiffMultiPage), F(iPcxBitsPerPixel), F(bPcxGrayscale), F(bPcxDither), F(iDcxBitsPerPixel),
+    F(bDcxGrayscale), F(bDcxDither), F(bDcxMultiPage), F(bShowResult), F(bUseCustomViewer), F(szOutputFolder),
+    F(szFileNameMask), F(szViewerPath), F(szViewerParams), F(szComments), F(m_bProfiled),
+};
+
+// Strings are compared up to their NUL: what follows it is no setting.
+void Compare(const void *got, const QLRDEVMODE &want, const char *what)
+{
+    QLRDEVMODE g, w = want;
+    memcpy(&g, got, sizeof(g));
+    bool named = false;
+    for (const Field &f : FIELDS) {
+        BYTE *pg = (BYTE *)&g + f.off, *pw = (BYTE *)&w + f.off;
+        if (f.size > 4) {
+            for (BYTE *p : { pg, pw })
+                for (size_t i = wcsnlen((LPCWSTR)p, f.size / 2) * 2; i < f.size; i++)
+                    p[i] = 0;
         }
-    });
-    EXPECT_EQ(IDOK, result);
-    EXPECT_EQ(FORMAT_TIFF, out.record()->iOutputFormat);
-    EXPECT_STREQ(L"first", out.record()->szComments);
-    EXPECT_TRUE(out.record()->m_bProfiled);
-    EXPECT_TRUE(UntouchedFrom(out, QLR_RECORD_SIZE, 0xA5));
-
-    Layout printer;
-    ASSERT_TRUE(PrinterRecord(&printer));
-    EXPECT_EQ(FORMAT_TIFF, printer.record()->iOutputFormat) << "the printer's default follows the apply";
-    EXPECT_EQ(PROFILE_A, CurrentName());
+        if (!memcmp(pg, pw, f.size))
+            continue;
+        named = true;
+        if (f.size > 4)
+            ADD_FAILURE() << what << " " << f.name << ": \"" << (LPCWSTR)pg << "\", expected \"" << (LPCWSTR)pw << "\"";
+        else
+            ADD_FAILURE() << what << " " << f.name << ": " << (f.size == 2 ? *(short *)pg : *(INT *)pg)
+                          << ", expected " << (f.size == 2 ? *(short *)pw : *(INT *)pw);
+    }
+    EXPECT_TRUE(named || !memcmp(&g, &w, sizeof(g))) << what << ": bytes outside the named fields differ";
 }
 
-TEST_F(Sheet, CancelWritesNothing)
+void SetValue(HKEY root, const std::wstring &key, DWORD type, const void *data, size_t cb)
 {
-    Layout out, before;
-    MakeLayout(&out, 0, 0, 0, 0xA5);
-    ASSERT_TRUE(PrinterRecord(&before));
-    LONG result = Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
-        if (kind == DIALOG_SHEET)
-            PressSheetButton(h, PSBTN_CANCEL);
-    });
-    EXPECT_EQ(IDCANCEL, result);
-    EXPECT_TRUE(UntouchedFrom(out, 72, 0xA5));
-    Layout after;
-    ASSERT_TRUE(PrinterRecord(&after));
-    EXPECT_EQ(0, memcmp(before.bytes + 220, after.bytes + 220, QLR_PRIVATE_SIZE));
-
-    // The advanced entry point answers 1 and 0 for the same two buttons.
-    LONG advanced = -1;
-    RunDriven([&] { advanced = TheDriver().AdvancedDocumentProperties(NULL, hPrinter, (LPWSTR)PRINTER,
-                                                                       out.dm(), NULL); },
-              [](HWND h, DialogKind kind) { if (kind == DIALOG_SHEET) PressSheetButton(h, PSBTN_CANCEL); });
-    EXPECT_EQ(0, advanced);
-    RunDriven([&] { advanced = TheDriver().AdvancedDocumentProperties(NULL, hPrinter, (LPWSTR)PRINTER,
-                                                                       out.dm(), NULL); },
-              [](HWND h, DialogKind kind) { if (kind == DIALOG_SHEET) PressSheetButton(h, PSBTN_OK); });
-    EXPECT_EQ(1, advanced);
+    HKEY h;
+    RegCreateKeyExW(root, key.c_str(), 0, NULL, 0, KEY_WRITE, NULL, &h, NULL);
+    RegSetValueExW(h, NULL, 0, type, (const BYTE *)data, (DWORD)cb);
+    RegCloseKey(h);
 }
 
-TEST_F(Sheet, OneOkAppliesOnceAcrossThePagesAndAsksForANameWithoutAProfile)
+void SetCurrentName(LPCWSTR name)
 {
-    SetCurrentName(L"");
-    Layout out;
-    int saveDialogs = 0, sheets = 0;
-    LONG result = Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
-        if (kind == DIALOG_SHEET && sheets++ == 0) {
-            // The change comes before the other pages are first shown and
-            // must survive their creation.
-            ReportChange(SheetPage(h, 0));
-            SheetPage(h, 1);
-            SheetPage(h, 2);
-            SheetPage(h, 0);
-            PressSheetButton(h, PSBTN_OK);
-        } else if (kind == DIALOG_SAVE_PROFILE) {
-            saveDialogs++;
-            SetDlgItemTextW(h, 1081, PROFILE_B);
-            Click(h, IDOK);
+    SetValue(HKEY_CURRENT_USER, PROFILES_KEY, REG_SZ, name, (lstrlenW(name) + 1) * sizeof(WCHAR));
+}
+
+std::wstring CurrentName()
+{
+    WCHAR name[130] = L"";
+    DWORD cb = sizeof(name);
+    RegGetValueW(HKEY_CURRENT_USER, PROFILES_KEY, NULL, RRF_RT_REG_SZ, NULL, name, &cb);
+    return name;
+}
+
+void StoreProfile(LPCWSTR name, const QLRDEVMODE &dm)
+{
+    SetValue(HKEY_CURRENT_USER, std::wstring(PROFILES_KEY) + L"\\" + name, REG_BINARY, &dm, sizeof(dm));
+}
+
+bool LoadProfile(LPCWSTR name, QLRDEVMODE *dm)
+{
+    DWORD cb = sizeof(*dm);
+    return !RegGetValueW(HKEY_CURRENT_USER, (std::wstring(PROFILES_KEY) + L"\\" + name).c_str(), NULL, RRF_RT_REG_BINARY,
+                         NULL, dm, &cb);
+}
+
+// The class name and the open command are as long as the lookup's buffers
+// allow: 127 characters and 519.
+void Associate(bool on)
+{
+    std::wstring cls = L"qlr.test" + std::wstring(119, L'c'), cmd = L"\"" + g_viewer + L"\" /";
+    cmd += std::wstring(519 - cmd.size(), L'x');
+    for (LPCWSTR key : { L"\\shell\\open\\command", L"\\shell\\open", L"\\shell", L"" })
+        RegDeleteKeyW(HKEY_CLASSES_ROOT, (cls + key).c_str());
+    RegDeleteKeyW(HKEY_CLASSES_ROOT, L".dcx");
+    if (!on)
+        return;
+    SetValue(HKEY_CLASSES_ROOT, L".dcx", REG_SZ, cls.c_str(), (cls.size() + 1) * 2);
+    SetValue(HKEY_CLASSES_ROOT, cls + L"\\shell\\open\\command", REG_SZ, cmd.c_str(), (cmd.size() + 1) * 2);
+}
+
+enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8 };
+
+struct Script {
+    const char *name;
+    LPCWSTR profile;                    // the current profile, NULL for none
+    void (*stored)(QLRDEVMODE &);       // its contents: the factory settings changed thus
+    int flags;
+    std::vector<Step> steps;
+    LPCWSTR after = NULL;               // the current profile after OK, NULL for the same
+    void (*expect)(QLRDEVMODE &) = NULL;    // the record after OK: the stored one (or factory) changed thus
+};
+
+class SheetScripts : public ::testing::Test {
+protected:
+    HANDLE hPrinter = NULL;
+    std::wstring savedName;
+    std::vector<BYTE> savedPrinter;
+
+    void SetUp() override
+    {
+        SetErrorMode(SEM_NOGPFAULTERRORBOX);        // a crash ends the run instead of waiting for a debugger
+        ASSERT_TRUE(OpenPrinterW((LPWSTR)PRINTER, &hPrinter, NULL));
+        savedName = CurrentName();
+        savedPrinter = PrinterRecord();
+        WCHAR path[MAX_PATH];
+        GetModuleFileNameW(NULL, path, MAX_PATH);
+        lstrcpyW(wcsrchr(path, L'\\') + 1, L"versioned.exe");
+        g_viewer = path, g_file = g_viewer + L".qlr";
+        SYSTEMTIME t;
+        GetLocalTime(&t);
+        g_date = std::to_wstring(t.wMonth + 100).substr(1) + L"-" + std::to_wstring(t.wDay + 100).substr(1) + L"-" +
+                 std::to_wstring(t.wYear);
+    }
+    void TearDown() override
+    {
+        Clean();
+        SetCurrentName(savedName.c_str());
+        if (savedPrinter.size() >= QLR_RECORD_SIZE)
+            SetPrinterRecord((DEVMODEW *)savedPrinter.data());
+        ClosePrinter(hPrinter);
+    }
+    void Clean()
+    {
+        for (LPCWSTR name : NAMES)
+            RegDeleteKeyW(HKEY_CURRENT_USER, (std::wstring(PROFILES_KEY) + L"\\" + name).c_str());
+        Associate(false);
+        DeleteFileW(g_file.c_str());
+    }
+    std::vector<BYTE> PrinterRecord(std::vector<BYTE> *info = NULL)
+    {
+        DWORD cb = 0;
+        GetPrinterW(hPrinter, 2, NULL, 0, &cb);
+        std::vector<BYTE> buf(cb + 1), record;
+        if (GetPrinterW(hPrinter, 2, buf.data(), cb, &cb) && ((PRINTER_INFO_2W *)buf.data())->pDevMode) {
+            DEVMODEW *dm = ((PRINTER_INFO_2W *)buf.data())->pDevMode;
+            record.assign((BYTE *)dm, (BYTE *)dm + dm->dmSize + dm->dmDriverExtra);
         }
-    });
-    EXPECT_EQ(IDOK, result);
-    EXPECT_EQ(1, saveDialogs);
-    EXPECT_EQ(PROFILE_B, CurrentName());
-    QLRDEVMODE stored;
-    ASSERT_TRUE(LoadProfile(PROFILE_B, &stored));
-    EXPECT_TRUE(stored.m_bProfiled);
-    EXPECT_EQ(FORMAT_JPEG, stored.iOutputFormat) << "factory defaults, as no profile was current";
-}
+        if (info)
+            info->swap(buf);
+        return record;
+    }
+    void SetPrinterRecord(DEVMODEW *dm)
+    {
+        std::vector<BYTE> info;
+        PrinterRecord(&info);
+        ((PRINTER_INFO_2W *)info.data())->pDevMode = dm;
+        ((PRINTER_INFO_2W *)info.data())->pSecurityDescriptor = NULL;
+        SetPrinterW(hPrinter, 2, info.data(), 0);
+    }
 
-TEST_F(Sheet, ChangesMarkTheProfileModifiedOnEveryPage)
-{
-    SetCurrentName(L"");
-    std::wstring entry0, entryOnOutputPage;
-    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
-        if (kind != DIALOG_SHEET)
-            return;
-        HWND page0 = SheetPage(h, 0), page2 = SheetPage(h, 2);
-        HWND combo = GetDlgItem(page0, 1001);
-        WCHAR text[64] = L"";
-        SendMessageW(combo, CB_GETLBTEXT, 0, (LPARAM)text);
-        entry0 = text;
-        ReportChange(page0);
-        SendMessageW(GetDlgItem(page2, 1001), CB_GETLBTEXT, 0, (LPARAM)text);
-        entryOnOutputPage = text;
-        PressSheetButton(h, PSBTN_CANCEL);
-    });
-    EXPECT_EQ(L"<Default Profile>", entry0);
-    EXPECT_EQ(L"<Default Profile>*", entryOnOutputPage);
-}
-
-TEST_F(Sheet, AboutBoxOpensFromTheFormatPageAndClosesWithOk)
-{
-    std::wstring title;
-    int step = 0;
-    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
-        if (kind == DIALOG_SHEET && step++ == 0) {
-            Click(SheetPage(h, 1), 1004);
-        } else if (kind == DIALOG_OTHER) {
-            title = TextOf(h);
-            Click(h, IDOK);
-        } else if (kind == DIALOG_SHEET) {
-            PressSheetButton(h, PSBTN_CANCEL);
-        }
-    });
-    EXPECT_EQ(L"О программе...", title);
-}
-
-TEST_F(Sheet, ChoosingAProfileReloadsItAndAMissingOneChangesNothing)
-{
-    StoreProfile(PROFILE_B, Profile(FORMAT_PCX, L"second"));
-    Layout out;
-    int sheets = 0;
-    Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
-        if (kind != DIALOG_SHEET || sheets++)
-            return;
-        HWND page = SheetPage(h, 0), combo = GetDlgItem(page, 1001);
-        LRESULT b = SendMessageW(combo, CB_FINDSTRINGEXACT, -1, (LPARAM)PROFILE_B);
-        ASSERT_NE(CB_ERR, b);
-        SendMessageW(combo, CB_SETCURSEL, b, 0);
-        SendMessageW(page, WM_COMMAND, MAKEWPARAM(1001, CBN_SELCHANGE), (LPARAM)combo);
-        EXPECT_EQ(PROFILE_B, CurrentName());
-
-        // A profile deleted behind the sheet's back: beep, nothing changes.
-        LRESULT a = SendMessageW(combo, CB_FINDSTRINGEXACT, -1, (LPARAM)PROFILE_A);
-        RegDeleteKeyW(HKEY_CURRENT_USER, ProfilePath(PROFILE_A).c_str());
-        SendMessageW(combo, CB_SETCURSEL, a, 0);
-        SendMessageW(page, WM_COMMAND, MAKEWPARAM(1001, CBN_SELCHANGE), (LPARAM)combo);
-        EXPECT_EQ(PROFILE_B, CurrentName());
-        PressSheetButton(h, PSBTN_OK);
-    });
-    EXPECT_EQ(FORMAT_PCX, out.record()->iOutputFormat);
-    EXPECT_STREQ(L"second", out.record()->szComments);
-}
-
-TEST_F(Sheet, SaveDialogRefusesEmptyNamesAndAsksBeforeReplacing)
-{
-    SetCurrentName(L"");
-    std::vector<std::wstring> boxes, captions;
-    int step = 0;
-    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
-        switch (kind) {
-        case DIALOG_SHEET:
-            if (step == 0)
-                Click(SheetPage(h, 0), 1002);
-            else
-                PressSheetButton(h, PSBTN_CANCEL);
-            step++;
-            return;
-        case DIALOG_MESSAGE_BOX:
-            boxes.push_back(MessageBoxText(h));
-            captions.push_back(TextOf(h));
-            // The first question is answered No, the second Yes.
-            Click(h, GetDlgItem(h, IDNO) ? (boxes.size() == 2 ? IDNO : IDYES) : IDOK);
-            return;
-        case DIALOG_SAVE_PROFILE:
-            if (boxes.empty()) {
-                SetDlgItemTextW(h, 1081, L"   ");
-            } else {
-                SetDlgItemTextW(h, 1081, L"  qlr sheet A  ");
-                SetDlgItemTextW(h, 1082, L"line 1\r\nline 2");
-            }
-            Click(h, IDOK);
-            return;
-        default:
-            return;
-        }
-    });
-    ASSERT_EQ(3u, boxes.size());
-    EXPECT_EQ(L"Вы должны определить имя профиля       ", boxes[0]);
-    EXPECT_EQ(L"Error", captions[0]);
-    EXPECT_EQ(L"Профиль с таким именем существует.\nВы хотите заменить его?           ", boxes[1]);
-    EXPECT_EQ(L"Add profile...", captions[1]);
-    EXPECT_EQ(boxes[1], boxes[2]);
-    EXPECT_EQ(PROFILE_A, CurrentName()) << "saved under the trimmed name";
-    QLRDEVMODE stored;
-    ASSERT_TRUE(LoadProfile(PROFILE_A, &stored));
-    EXPECT_EQ(FORMAT_JPEG, stored.iOutputFormat) << "replaced by the factory settings the sheet held";
-    EXPECT_STREQ(L"line 1\r\nline 2", stored.szComments);
-}
-
-TEST_F(Sheet, WinspoolDocumentPropertiesWithPromptReachesTheSheet)
-{
-    StoreProfile(PROFILE_B, Profile(FORMAT_PCX, L"second"));
-    Layout out;
-    MakeLayout(&out, 0, 0, 0, 0xA5);
-    LONG result = -100;
-    int sheets = 0;
-    EXPECT_TRUE(RunDriven(
-        [&] { result = DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, out.dm(), NULL,
-                                           DM_PROMPT | DM_OUT_BUFFER); },
-        [&](HWND h, DialogKind kind) {
-            if (kind != DIALOG_SHEET || sheets++)
-                return;
-            EXPECT_EQ(3, TabCtrl_GetItemCount(PropSheet_GetTabControl(h)));
-            // The user picks another profile and changes a setting on it.
-            HWND page = SheetPage(h, 0), combo = GetDlgItem(page, 1001);
-            SendMessageW(combo, CB_SETCURSEL, SendMessageW(combo, CB_FINDSTRINGEXACT, -1, (LPARAM)PROFILE_B), 0);
-            SendMessageW(page, WM_COMMAND, MAKEWPARAM(1001, CBN_SELCHANGE), (LPARAM)combo);
-            ReportChange(page);
-            PressSheetButton(h, PSBTN_OK);
-        }));
-    EXPECT_EQ(IDOK, result);
-    EXPECT_EQ(FORMAT_PCX, out.record()->iOutputFormat);
-    EXPECT_EQ(PROFILE_B, CurrentName());
-    QLRDEVMODE stored;
-    ASSERT_TRUE(LoadProfile(PROFILE_B, &stored));
-    EXPECT_EQ(FORMAT_PCX, stored.iOutputFormat);
-    Layout printer;
-    ASSERT_TRUE(PrinterRecord(&printer));
-    EXPECT_EQ(FORMAT_PCX, printer.record()->iOutputFormat);
-}
-
-std::wstring ListText(HWND hList, LRESULT i)
-{
-    WCHAR text[160] = L"";
-    SendMessageW(hList, LB_GETTEXT, i, (LPARAM)text);
-    return text;
-}
-
-void LeaveEdit(HWND hDlg, int id)
-{
-    SendMessageW(hDlg, WM_COMMAND, MAKEWPARAM(id, EN_KILLFOCUS), (LPARAM)GetDlgItem(hDlg, id));
-}
-
-TEST_F(Sheet, ManagerRenamesDeletesAndCancelUndoesNothing)
-{
-    StoreProfile(PROFILE_B, Profile(FORMAT_PCX, L"second"));
-    int visit = 0, sheets = 0;
-    std::wstring afterClose;
-    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
-        if (kind == DIALOG_SHEET) {
-            if (sheets++ == 0) {
-                Click(SheetPage(h, 0), 1003);
-            } else {
-                WCHAR text[64] = L"";
-                GetWindowTextW(GetDlgItem(SheetPage(h, 0), 1001), text, 64);
-                afterClose = text;
-                PressSheetButton(h, PSBTN_CANCEL);
-            }
+    void Run(const Script &s)
+    {
+        SCOPED_TRACE(s.name);
+        Clean();
+        QLRDEVMODE stored = Defaults(), second = Defaults();
+        stored.m_bProfiled = second.m_bProfiled = TRUE, second.iOutputFormat = 4;
+        lstrcpyW(second.szComments, L"second");
+        if (s.profile)
+            s.stored(stored), StoreProfile(s.profile, stored);
+        if (s.flags & WITH_B)
+            StoreProfile(L"qlr B", second);
+        SetCurrentName(s.profile ? s.profile : L"");
+        Associate(s.flags & ASSOCIATED);
+        std::vector<BYTE> printerBefore = PrinterRecord(), out(8192, 0xA5);
+        LONG result = -100;
+        // Every page is created first, so that OK collects all three.
+        std::vector<Step> steps = { { OUTPUT_PAGE, 0, SHOWN, 1 }, { FORMAT_PAGE, 0, SHOWN, 1 },
+                                    { PAGE_SETUP, 0, SHOWN, 1 } };
+        steps.insert(steps.end(), s.steps.begin(), s.steps.end());
+        size_t played = RunScript(s.name, steps, [&] {
+            result = DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, (DEVMODEW *)out.data(), NULL,
+                                         DM_PROMPT | DM_OUT_BUFFER);
+        });
+        EXPECT_EQ(steps.size(), played) << "the script stopped at this step";
+        for (size_t i = (s.flags & CANCELLED) ? 220 : QLR_RECORD_SIZE; i < out.size(); i++)
+            ASSERT_EQ(0xA5, out[i]) << "output written at byte " << i;
+        QLRDEVMODE e = s.profile ? stored : Defaults(), now;
+        if (s.flags & CANCELLED) {
+            EXPECT_NE(IDOK, result);
+            EXPECT_TRUE(PrinterRecord() == printerBefore) << "the printer's default changed";
+            EXPECT_EQ(s.profile ? s.profile : L"", CurrentName());
+            EXPECT_TRUE(!s.profile || (LoadProfile(s.profile, &now) && !memcmp(&now, &stored, sizeof(now))));
             return;
         }
-        if (kind == DIALOG_MESSAGE_BOX) {
-            EXPECT_EQ(L"Вы хотите удалить выбранный профиль?          ", MessageBoxText(h));
-            EXPECT_EQ(L"Edit profile...", TextOf(h));
-            Click(h, IDYES);
+        EXPECT_EQ(IDOK, result);
+        s.expect(e);
+        // Collecting the pages writes the paper's public fields, the colour
+        // and the depth, and saving marks the record as the profile's.
+        e.dmPublic.dmFields &= ~0x1000E;
+        e.dmPublic.dmFields |= e.bCustomPaper ? 0xE : 0x10002;
+        e.dmPublic.dmColor = 2, e.dmPublic.dmBitsPerPel = 32, e.m_bProfiled = !(s.flags & NOT_SAVED);
+        Compare(out.data(), e, "output record");
+        EXPECT_EQ(s.after ? s.after : s.profile, CurrentName());
+        std::vector<BYTE> printer = PrinterRecord();
+        ASSERT_EQ((size_t)QLR_RECORD_SIZE, printer.size());
+        if (!(e.dmPublic.dmFields & DM_FORMNAME))      // the spooler keeps no form name without its bit
+            memcpy(printer.data() + offsetof(DEVMODEW, dmFormName), e.dmPublic.dmFormName, CCHFORMNAME * 2);
+        Compare(printer.data(), s.flags & NOT_SAVED ? *(QLRDEVMODE *)printerBefore.data() : e, "printer's default");
+        if (s.flags & NOT_SAVED)
             return;
-        }
-        if (kind != DIALOG_PROFILE_MANAGER)
-            return;
-        HWND list = GetDlgItem(h, 1083);
-        switch (visit++) {
-        case 0: {
-            ASSERT_EQ(2, SendMessageW(list, LB_GETCOUNT, 0, 0));
-            EXPECT_EQ(PROFILE_A, TextOf(GetDlgItem(h, 1081))) << "the current profile is selected";
-            EXPECT_EQ(L"first", TextOf(GetDlgItem(h, 1082)));
-            // Blanks around and a leading backslash: stored as "_qlr renamed".
-            SetDlgItemTextW(h, 1081, L"  \\qlr renamed  ");
-            LeaveEdit(h, 1081);
-            EXPECT_EQ(L"_qlr renamed", TextOf(GetDlgItem(h, 1081)));
-            EXPECT_EQ(L"_qlr renamed", ListText(list, SendMessageW(list, LB_GETCURSEL, 0, 0)));
-            // A new name that sorts after B: the selection follows it.
-            SetDlgItemTextW(h, 1081, L"zqlr renamed");
-            LeaveEdit(h, 1081);
-            LRESULT sel = SendMessageW(list, LB_GETCURSEL, 0, 0);
-            EXPECT_EQ(1, sel);
-            EXPECT_EQ(L"zqlr renamed", ListText(list, sel));
-            EXPECT_EQ(L"zqlr renamed", CurrentName()) << "the current profile keeps being current";
-            // A name another profile has, in any case, is refused.
-            SetDlgItemTextW(h, 1081, L"QLR SHEET B");
-            LeaveEdit(h, 1081);
-            EXPECT_EQ(L"zqlr renamed", ListText(list, SendMessageW(list, LB_GETCURSEL, 0, 0)));
-            SetDlgItemTextW(h, 1081, L"zqlr renamed");
-            Click(h, 1086);     // delete the last entry
-            break;
-        }
-        case 1:
-            EXPECT_EQ(1, SendMessageW(list, LB_GETCOUNT, 0, 0));
-            EXPECT_EQ(0, SendMessageW(list, LB_GETCURSEL, 0, 0)) << "the new last entry";
-            EXPECT_EQ(PROFILE_B, TextOf(GetDlgItem(h, 1081)));
-            Click(h, 1086);     // delete the only profile
-            break;
-        case 2:
-            EXPECT_EQ(0, SendMessageW(list, LB_GETCOUNT, 0, 0));
-            EXPECT_FALSE(IsWindowEnabled(GetDlgItem(h, 1086)));
-            EXPECT_FALSE(IsWindowEnabled(GetDlgItem(h, 1088)));
-            EXPECT_TRUE(IsWindowEnabled(GetDlgItem(h, 1087))) << "import stays available";
-            EXPECT_EQ(L"", TextOf(GetDlgItem(h, 1081)));
-            Click(h, IDCANCEL);
-            break;
-        }
-    });
-    EXPECT_EQ(3, visit);
-    EXPECT_EQ(L"<Default Profile>", afterClose) << "the deleted current profile is gone from the pages";
-    EXPECT_EQ(L"", CurrentName());
-    QLRDEVMODE stored;
-    EXPECT_FALSE(LoadProfile(PROFILE_B, &stored)) << "Cancel does not undo a deletion";
-    EXPECT_FALSE(LoadProfile(L"zqlr renamed", &stored));
-    EXPECT_FALSE(LoadProfile(L"_qlr renamed", &stored));
+        ASSERT_TRUE(LoadProfile(CurrentName().c_str(), &now));
+        Compare(&now, e, "stored profile");
+    }
+};
+
+#define OK { PAGE_SETUP, 0, PRESS, PSBTN_OK }
+#define CANCEL { PAGE_SETUP, 0, PRESS, PSBTN_CANCEL }
+
+TEST_F(SheetScripts, Run)
+{
+    const Script scripts[] = {
+        { "factory settings, a change, OK asks for a name", NULL, NULL, 0, {
+            { FORMAT_PAGE, 1020, TEXT, 0, L"JPEG Image" }, { P_JPEG, 0, SHOWN, 1 }, { P_TIFF, 0, SHOWN, 0 },
+            { P_JPEG, 1025, CHECK, 1 }, { P_JPEG, 1030, CHECK, 0 }, { P_JPEG, 1029, ON, 0 }, { P_JPEG, 1023, ON, 0 },
+            { P_JPEG, 1037, TEXT, 0, L"100" }, { OUTPUT_PAGE, 1001, TEXT, 0, L"<Default Profile>" },
+            { PAGE_SETUP, 1009, CLICK }, { OUTPUT_PAGE, 1001, TEXT, 0, L"<Default Profile>*" }, OK,
+            { SAVE, 1081, TEXT, 0, L"" }, { SAVE, 1082, TEXT, 0, L"" }, { SAVE, 1081, SET, 0, L"qlr A" },
+            { SAVE, 1082, SET, 0, L"note" }, { SAVE, IDOK, CLICK } },
+          L"qlr A", [](QLRDEVMODE &e) { e.iOrientation = 1, e.dmPublic.dmOrientation = 2;
+                                        lstrcpyW(e.szComments, L"note"); } },
+        { "cancel keeps everything", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, CANCELLED, {
+            { FORMAT_PAGE, 1020, CHOOSE, 4 }, { PAGE_SETUP, 1009, CLICK }, { OUTPUT_PAGE, 1054, CLICK },
+            { PAGE_SETUP, 1001, TEXT, 0, L"qlr A*" }, CANCEL } },
+        { "BMP depth follows greyscale, dithering only up to 8 bits", L"qlr A",
+          [](QLRDEVMODE &d) { d.iOutputFormat = 0, d.iBmpBitsPerPixel = 16, d.bBmpDither = 1; }, 0, {
+            { P_BMP, 1024, CHECK, 1 }, { P_BMP, 1029, CHECK, 0 }, { P_BMP, 1029, ON, 0 }, { P_BMP, 1021, ON, 0 },
+            { P_BMP, 1030, CLICK }, { P_BMP, 1023, CHECK, 1 }, { P_BMP, 1024, CHECK, 0 }, { P_BMP, 1029, ON, 1 },
+            { P_BMP, 1021, ON, 1 }, { P_BMP, 1024, ON, 0 }, { P_BMP, 1026, ON, 0 }, { P_BMP, 1021, CLICK },
+            { P_BMP, 1030, CLICK }, { P_BMP, 1022, CHECK, 1 }, { P_BMP, 1021, ON, 0 }, { P_BMP, 1029, CLICK }, OK },
+          NULL, [](QLRDEVMODE &e) { e.iBmpBitsPerPixel = 4, e.bBmpDither = 1; } },
+        { "GIF colours 2 to 256", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 1, d.iGifColors = 200; }, 0, {
+            { P_GIF, 1035, TEXT, 0, L"200" }, { P_GIF, 1035, TYPE, 0, L"1" }, { P_GIF, 1035, TEXT, 0, L"2" },
+            { P_GIF, 1035, TYPE, 0, L"999" }, { P_GIF, 1035, TEXT, 0, L"256" }, { P_GIF, 1035, TYPE, 0, L"" },
+            { P_GIF, 1035, TEXT, 0, L"256" }, { P_GIF, 1027, CLICK }, { P_GIF, 1028, CLICK }, OK },
+          NULL, [](QLRDEVMODE &e) { e.iGifColors = 256, e.bGifInterlaced = 1, e.bGifMultiPage = 0; } },
+        { "JPEG greyscale switches the depth; quality falls back to 75", L"qlr A",
+          [](QLRDEVMODE &d) { d.iJpegSubsampling = 4; }, 0, {
+            { P_JPEG, 1030, CLICK }, { P_JPEG, 1023, CHECK, 1 }, { P_JPEG, 1025, ON, 0 }, { P_JPEG, 1029, ON, 1 },
+            { P_JPEG, 1029, CLICK }, { P_JPEG, 1029, CHECK, 1 }, { P_JPEG, 1030, CLICK }, { P_JPEG, 1025, CHECK, 1 },
+            { P_JPEG, 1029, CHECK, 0 }, { P_JPEG, 1029, ON, 0 }, { P_JPEG, 1037, SET, 0, L"" }, OK },
+          NULL, [](QLRDEVMODE &e) { e.iJpegQuality = 75; } },
+        { "TIFF compression and dithering follow the depth", L"qlr A", [](QLRDEVMODE &d) {
+              d.iOutputFormat = 3, d.iTiffBitsPerPixel = 1, d.iTiffCompression = 2, d.bTiffDither = 1; }, 0, {
+            { P_TIFF, 1044, CHECK, 1 }, { P_TIFF, 1029, ON, 1 }, { P_TIFF, 1043, ON, 1 }, { P_TIFF, 1047, ON, 0 },
+            { P_TIFF, 1037, ON, 0 }, { P_TIFF, 1025, CLICK }, { P_TIFF, 1046, CHECK, 1 }, { P_TIFF, 1044, CHECK, 0 },
+            { P_TIFF, 1029, CHECK, 0 }, { P_TIFF, 1029, ON, 0 }, { P_TIFF, 1044, ON, 0 }, { P_TIFF, 1047, ON, 1 },
+            { P_TIFF, 1047, CLICK }, { P_TIFF, 1037, ON, 1 }, { P_TIFF, 1037, SET, 0, L"42" }, { P_TIFF, 1028, CLICK },
+            OK },
+          NULL, [](QLRDEVMODE &e) { e.iTiffBitsPerPixel = 24, e.iTiffCompression = 5, e.iTiffQuality = 42;
+                                    e.bTiffDither = 0, e.bTiffMultiPage = 0; } },
+        { "TIFF at 1 bit shows JPEG compression as CCITT 4", L"qlr A", [](QLRDEVMODE &d) {
+              d.iOutputFormat = 3, d.iTiffBitsPerPixel = 1, d.iTiffCompression = 5; }, 0, {
+            { P_TIFF, 1045, CHECK, 1 }, { P_TIFF, 1047, CHECK, 0 }, { P_TIFF, 1037, ON, 0 }, { P_TIFF, 1021, CLICK },
+            OK },
+          NULL, [](QLRDEVMODE &e) { e.iTiffCompression = 3; } },
+        { "PCX: unknown depth shows 24, greyscale refreshes the depth", L"qlr A", [](QLRDEVMODE &d) {
+              d.iOutputFormat = 4, d.iPcxBitsPerPixel = 16, d.bPcxDither = 1; }, 0, {
+            { P_PCX, 1025, CHECK, 1 }, { P_PCX, 1029, CHECK, 0 }, { P_PCX, 1029, ON, 0 }, { P_PCX, 1021, ON, 0 },
+            { P_PCX, 1030, CLICK }, { P_PCX, 1023, CHECK, 1 }, { P_PCX, 1025, CHECK, 0 }, { P_PCX, 1025, ON, 0 },
+            { P_PCX, 1021, ON, 1 }, { P_PCX, 1029, ON, 1 }, { P_PCX, 1021, CLICK }, { P_PCX, 1030, CLICK },
+            { P_PCX, 1022, CHECK, 1 }, { P_PCX, 1021, CHECK, 0 }, { P_PCX, 1021, ON, 0 }, OK },
+          NULL, [](QLRDEVMODE &e) { e.iPcxBitsPerPixel = 4, e.bPcxDither = 0; } },
+        { "PCX greyscale without a depth of its own shows 8", L"qlr A", [](QLRDEVMODE &d) {
+              d.iOutputFormat = 4, d.iPcxBitsPerPixel = 2, d.bPcxGrayscale = 1, d.bPcxDither = 1; }, 0, {
+            { P_PCX, 1023, CHECK, 1 }, { P_PCX, 1029, CHECK, 1 }, { P_PCX, 1021, CLICK }, OK },
+          NULL, [](QLRDEVMODE &e) { e.iPcxBitsPerPixel = 1; } },
+        { "DCX: unticking only the multi-page box survives OK", L"qlr A", [](QLRDEVMODE &d) {
+              d.iOutputFormat = 5, d.bDcxDither = 1; }, 0, {
+            { P_DCX, 1029, CHECK, 0 }, { P_DCX, 1029, ON, 0 }, { P_DCX, 1028, CHECK, 1 }, { P_DCX, 1028, CLICK }, OK },
+          NULL, [](QLRDEVMODE &e) { e.bDcxDither = 0, e.bDcxMultiPage = 0; } },
+        { "switching formats keeps each format's options", L"qlr A", [](QLRDEVMODE &) {}, 0, {
+            { FORMAT_PAGE, 1020, CHOOSE, 3 }, { P_TIFF, 0, SHOWN, 1 }, { P_JPEG, 0, SHOWN, 0 },
+            { P_TIFF, 1021, CLICK }, { P_TIFF, 1048, CLICK }, { FORMAT_PAGE, 1020, CHOOSE, 1 },
+            { P_GIF, 1027, CLICK }, { FORMAT_PAGE, 1020, CHOOSE, 4 }, { P_PCX, 1030, CLICK },
+            { FORMAT_PAGE, 1020, CHOOSE, 5 }, { P_DCX, 1022, CLICK }, { FORMAT_PAGE, 1020, CHOOSE, 3 },
+            { P_TIFF, 1021, CHECK, 1 }, { P_TIFF, 1048, CHECK, 1 }, OK },
+          NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 3, e.iTiffBitsPerPixel = 1, e.iTiffCompression = 6;
+                                    e.bGifInterlaced = 1, e.bPcxGrayscale = 1, e.iPcxBitsPerPixel = 8;
+                                    e.iDcxBitsPerPixel = 4; } },
+        { "no format chosen: BMP shown, JPEG collected", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
+            { FORMAT_PAGE, 1020, CHOOSE, -1 }, { P_BMP, 0, SHOWN, 1 }, { P_TIFF, 0, SHOWN, 0 }, OK },
+          NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 2; } },
+        { "paper list, custom size in every unit, resolution, orientation", L"qlr A", [](QLRDEVMODE &) {}, 0, {
+            { PAGE_SETUP, 1007, COUNT, 39 }, { PAGE_SETUP, 1007, ITEM, 38, L"Кон. Personal" },
+            { PAGE_SETUP, 1007, CHOOSE, 0 }, { PAGE_SETUP, 1016, TEXT, 0, L"Letter/ANSI A (8.500 x 11.000 дюйм)" },
+            { PAGE_SETUP, 1007, CHOOSE, 14 }, { PAGE_SETUP, 1016, TEXT, 0, L"A4 (210 x 297 мм)" },
+            { PAGE_SETUP, 1098, ON, 0 }, { PAGE_SETUP, 1097, CLICK }, { PAGE_SETUP, 1007, ON, 0 },
+            { PAGE_SETUP, 1016, ON, 0 }, { PAGE_SETUP, 1098, ON, 1 }, { PAGE_SETUP, 1014, ON, 1 },
+            { PAGE_SETUP, 1041, ON, 1 }, { PAGE_SETUP, 1098, TEXT, 0, L"210.0" }, { PAGE_SETUP, 1014, CHOOSE, 0 },
+            { PAGE_SETUP, 1098, TEXT, 0, L"8.268" }, { PAGE_SETUP, 1014, CHOOSE, 1 },
+            { PAGE_SETUP, 1098, TEXT, 0, L"210.0" }, { PAGE_SETUP, 1099, TEXT, 0, L"297.0" },
+            { PAGE_SETUP, 1014, CHOOSE, 2 }, { PAGE_SETUP, 1099, TEXT, 0, L"842" },
+            { PAGE_SETUP, 1014, CHOOSE, 1 }, { PAGE_SETUP, 1098, TYPE, 0, L"20000" },
+            { PAGE_SETUP, 1098, TEXT, 0, L"18288.0" }, { PAGE_SETUP, 1098, TYPE, 0, L"abc" },
+            { PAGE_SETUP, 1098, TEXT, 0, L"abc" }, { PAGE_SETUP, 1014, CHOOSE, 0 },
+            { PAGE_SETUP, 1098, TEXT, 0, L"720.0" }, { PAGE_SETUP, 1098, TYPE, 0, L"0" },
+            { PAGE_SETUP, 1098, TEXT, 0, L"0.039" }, { PAGE_SETUP, 1098, TYPE, 0, L" +8.27" },
+            { PAGE_SETUP, 1099, TYPE, 0, L"11.6905" }, { PAGE_SETUP, 1099, TEXT, 0, L"11.69" },
+            { PAGE_SETUP, 1012, TYPE, 0, L"9999" }, { PAGE_SETUP, 1012, TEXT, 0, L"2400" },
+            { PAGE_SETUP, 1012, TYPE, 0, L"abc" }, { PAGE_SETUP, 1012, TEXT, 0, L"200" },
+            { PAGE_SETUP, 1012, CHOOSE, 6 }, { PAGE_SETUP, 1009, CLICK }, { PAGE_SETUP, 1008, CHECK, 0 },
+            { PAGE_SETUP, 1013, CLICK }, OK },
+          NULL, [](QLRDEVMODE &e) {
+              e.bCustomPaper = 1, e.iCustomUnit = 0, e.iCustomWidth = 8270, e.iCustomHeight = 11690;
+              e.iOrientation = 1, e.dmPublic.dmOrientation = 2, e.bCropEdges = 1, e.iResolution = 300;
+              e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 300, e.dmPublic.dmPaperSize = 256;
+              lstrcpyW(e.dmPublic.dmFormName, L"Custom Paper");
+              e.dmPublic.dmPaperWidth = 2101, e.dmPublic.dmPaperLength = 2969; } },    // 8.27 in, 11.69 in
+        { "pixels keep their number and meet the limits of the resolution", L"qlr A", [](QLRDEVMODE &d) {
+              d.bCustomPaper = 1, d.iCustomUnit = 0, d.iCustomWidth = 750, d.iCustomHeight = 11000; }, 0, {
+            { PAGE_SETUP, 1098, TEXT, 0, L"0.75" }, { PAGE_SETUP, 1014, CHOOSE, 3 },
+            { PAGE_SETUP, 1098, TEXT, 0, L"150" }, { PAGE_SETUP, 1098, LEAVE }, { PAGE_SETUP, 1098, TEXT, 0, L"200" },
+            { PAGE_SETUP, 1012, CHOOSE, 8 }, { PAGE_SETUP, 1098, TEXT, 0, L"600" },
+            { PAGE_SETUP, 1099, TEXT, 0, L"2200" }, OK },
+          NULL, [](QLRDEVMODE &e) {
+              e.iCustomUnit = 3, e.iCustomWidth = 600, e.iCustomHeight = 2200, e.iResolution = 600;
+              e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 600, e.dmPublic.dmPaperSize = 256;
+              lstrcpyW(e.dmPublic.dmFormName, L"Custom Paper");
+              e.dmPublic.dmPaperWidth = 254, e.dmPublic.dmPaperLength = 931; } },    // 1 in, 3.667 in
+        { "a stored paper past the table shows A4; an odd resolution its number", L"qlr A", [](QLRDEVMODE &d) {
+              d.iPaper = 39, d.iResolution = d.dmPublic.dmPrintQuality = d.dmPublic.dmYResolution = 120; }, 0, {
+            { PAGE_SETUP, 1007, TEXT, 0, L"A4" }, { PAGE_SETUP, 1016, TEXT, 0, L"A4 (210 x 297 мм)" },
+            { PAGE_SETUP, 1012, TEXT, 0, L"120" }, { PAGE_SETUP, 1012, CHOOSE, 4 }, OK },
+          NULL, [](QLRDEVMODE &e) { e.iPaper = 14, e.iResolution = 150;
+                                    e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 150; } },
+        { "output page: enabling, hiding, the example", L"qlr A", [](QLRDEVMODE &d) { d.bShowResult = 0; }, 0, {
+            { OUTPUT_PAGE, 1050, TEXT, 0, L"c:\\QLR Output Files" },
+            { OUTPUT_PAGE, 1057, TEXT, 0, L"example_document_name_01.jpg" },
+            { OUTPUT_PAGE, 1058, ON, 0 }, { OUTPUT_PAGE, 1059, ON, 0 }, { OUTPUT_PAGE, 1056, ON, 0 },
+            { OUTPUT_PAGE, 1095, ON, 0 }, { OUTPUT_PAGE, 1093, SHOWN, 0 }, { OUTPUT_PAGE, 1092, SHOWN, 0 },
+            { OUTPUT_PAGE, 1054, CLICK }, { OUTPUT_PAGE, 1058, ON, 1 }, { OUTPUT_PAGE, 1059, ON, 1 },
+            { OUTPUT_PAGE, 1055, ON, 0 }, { OUTPUT_PAGE, 1060, ON, 0 }, { OUTPUT_PAGE, 1093, SHOWN, 1 },
+            { OUTPUT_PAGE, 1088, SHOWN, 1 }, { OUTPUT_PAGE, 1059, CLICK }, { OUTPUT_PAGE, 1055, ON, 1 },
+            { OUTPUT_PAGE, 1056, ON, 1 }, { OUTPUT_PAGE, 1060, ON, 1 }, { OUTPUT_PAGE, 1095, ON, 1 },
+            { OUTPUT_PAGE, 1052, SET, 0, L"&[Date]" }, { OUTPUT_PAGE, 1057, TEXT, 0, g_date.c_str() },
+            { OUTPUT_PAGE, 1052, SET, 0, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page" },
+            { OUTPUT_PAGE, 1057, TEXT, 0, L"a&b01]-jpg&[Page" }, { OUTPUT_PAGE, 1050, SET, 0, L"d:\\images" },
+            { OUTPUT_PAGE, 1060, SET, 0, L"/view %f" }, OK },
+          NULL, [](QLRDEVMODE &e) {
+              e.bShowResult = 1, e.bUseCustomViewer = 1;
+              lstrcpyW(e.szFileNameMask, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page");
+              lstrcpyW(e.szOutputFolder, L"d:\\images"), lstrcpyW(e.szViewerParams, L"/view %f"); } },
+        { "choosing a viewer alone is saved at OK", L"qlr A", [](QLRDEVMODE &) {}, 0, {
+            { OUTPUT_PAGE, 1059, CLICK }, OK }, NULL, [](QLRDEVMODE &e) { e.bUseCustomViewer = 1; } },
+        { "the macro menu replaces the selected text", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
+            { OUTPUT_PAGE, 1052, SET, 0, L"abcXYZ" }, { OUTPUT_PAGE, 1052, SELECT, MAKELONG(3, 6) },
+            { OUTPUT_PAGE, 1053, CLICK }, { MENU, 0, KEY, 0x0422 }, { OUTPUT_PAGE, 1052, TEXT, 0, L"abc&[Type]" },
+            { OUTPUT_PAGE, 1057, TEXT, 0, L"abctif" }, OK },
+          NULL, [](QLRDEVMODE &e) { lstrcpyW(e.szFileNameMask, L"abc&[Type]"); } },
+        { "the program associated with the format, found at full length", L"qlr A", [](QLRDEVMODE &d) {
+              d.iOutputFormat = 5, d.bUseCustomViewer = 1; }, CANCELLED | ASSOCIATED, {
+            { OUTPUT_PAGE, 1088, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, 1090, TEXT, 0, L"1.2.3.4" },
+            { OUTPUT_PAGE, 1092, TEXT, 0, L"(c) test copyright" }, { OUTPUT_PAGE, 1054, CLICK },
+            { OUTPUT_PAGE, 1088, SHOWN, 0 }, { OUTPUT_PAGE, 1088, TEXT, 0, L"Quillora test viewer" }, CANCEL } },
+        { "a chosen program; the program dialog cancelled", L"qlr A", [](QLRDEVMODE &d) {
+              d.bUseCustomViewer = 1, lstrcpyW(d.szViewerPath, g_viewer.c_str()); }, CANCELLED, {
+            { OUTPUT_PAGE, 1088, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, 1056, CLICK },
+            { FILE_DLG, IDCANCEL, CLICK }, { OUTPUT_PAGE, 1055, TEXT, 0, g_viewer.c_str() },
+            { OUTPUT_PAGE, 1090, TEXT, 0, L"1.2.3.4" }, CANCEL } },
+        { "choosing profiles from the list", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, WITH_B, {
+            { PAGE_SETUP, 1001, COUNT, 3 }, { PAGE_SETUP, 1001, ITEM, 2, L"qlr B" }, { PAGE_SETUP, 1001, CHOOSE, 0 },
+            { FORMAT_PAGE, 1020, TEXT, 0, L"JPEG Image" }, { FORMAT_PAGE, 1001, CHOOSE, 2 },
+            { FORMAT_PAGE, 1020, TEXT, 0, L"PCX Image" }, { OUTPUT_PAGE, 1001, TEXT, 0, L"qlr B" },
+            { PAGE_SETUP, 1013, CLICK }, { OUTPUT_PAGE, 1001, TEXT, 0, L"qlr B*" }, OK },
+          L"qlr B", [](QLRDEVMODE &e) { e.iOutputFormat = 4, e.bCropEdges = 1;
+                                        lstrcpyW(e.szComments, L"second"); } },
+        { "save dialog: blank name, a name that exists, a name the store refuses", L"qlr A", [](QLRDEVMODE &d) {
+              lstrcpyW(d.szComments, L"first"); }, WITH_B, {
+            { PAGE_SETUP, 1002, CLICK }, { SAVE, 1081, TEXT, 0, L"qlr A" }, { SAVE, 1082, TEXT, 0, L"first" },
+            { SAVE, 1082, SET, 0, L"other" }, { SAVE, 1081, SET, 0, L"   " }, { SAVE, IDOK, CLICK },
+            { BOX, 0xFFFF, TEXT, 0, L"Вы должны определить имя профиля       " }, { BOX, 0, TEXT, 0, L"Error" },
+            { BOX, IDOK, CLICK }, { SAVE, 1081, SET, 0, L"QLR b" }, { SAVE, IDOK, CLICK },
+            { BOX, 0xFFFF, TEXT, 0, L"Профиль с таким именем существует.\nВы хотите заменить его?           " },
+            { BOX, 0, TEXT, 0, L"Add profile..." }, { BOX, IDNO, CLICK }, { SAVE, 1081, SET, 0, L"\\qlr bad" },
+            { SAVE, IDOK, CLICK }, { BOX, 0xFFFF, TEXT, 0, L"Ошибка сохранения профиля!            " },
+            { BOX, 0, TEXT, 0, L"Error" }, { BOX, IDOK, CLICK }, { SAVE, IDCANCEL, CLICK },
+            { PAGE_SETUP, 1001, TEXT, 0, L"qlr A" }, { PAGE_SETUP, 1002, CLICK },
+            { SAVE, 1082, TEXT, 0, L"first" }, { SAVE, 1081, SET, 0, L"  qlr C  " },
+            { SAVE, 1082, SET, 0, L"line 1\r\nline 2" }, { SAVE, IDOK, CLICK }, { OUTPUT_PAGE, 1001, TEXT, 0, L"qlr C" },
+            { PAGE_SETUP, 1013, CLICK }, { FORMAT_PAGE, 1001, TEXT, 0, L"qlr C*" }, OK },
+          L"qlr C", [](QLRDEVMODE &e) { e.bCropEdges = 1, lstrcpyW(e.szComments, L"line 1\r\nline 2"); } },
+        { "the name asked for at OK refused: the record goes out unsaved", NULL, NULL, NOT_SAVED, {
+            { PAGE_SETUP, 1013, CLICK }, OK, { SAVE, IDCANCEL, CLICK } },
+          L"", [](QLRDEVMODE &e) { e.bCropEdges = 1; } },
+        { "saved again under the profile's name in other letters", L"Case A", [](QLRDEVMODE &d) {
+              d.iOutputFormat = 3; }, 0, {
+            { PAGE_SETUP, 1009, CLICK }, { PAGE_SETUP, 1001, TEXT, 0, L"Case A*" }, { PAGE_SETUP, 1002, CLICK },
+            { SAVE, 1081, TEXT, 0, L"Case A" }, { SAVE, 1081, SET, 0, L"case a" }, { SAVE, IDOK, CLICK },
+            { BOX, IDYES, CLICK }, { PAGE_SETUP, 1001, TEXT, 0, L"Case A" }, { OUTPUT_PAGE, 1001, TEXT, 0, L"Case A" },
+            OK },
+          NULL, [](QLRDEVMODE &e) { e.iOrientation = 1, e.dmPublic.dmOrientation = 2; } },
+        { "manager: rename, refuse a taken name, delete to the end", L"qlr A", [](QLRDEVMODE &d) {
+              d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, WITH_B, {
+            { PAGE_SETUP, 1003, CLICK }, { MANAGER, 1083, COUNT, 2 }, { MANAGER, 1081, TEXT, 0, L"qlr A" },
+            { MANAGER, 1082, TEXT, 0, L"first" }, { MANAGER, 1081, TYPE, 0, L"  \\qlr renamed  " },
+            { MANAGER, 1081, TEXT, 0, L"_qlr renamed" }, { MANAGER, 1081, TYPE, 0, L"zqlr renamed" },
+            { MANAGER, 1083, SEL, 1 }, { MANAGER, 1083, ITEM, 1, L"zqlr renamed" }, { MANAGER, 1081, TYPE, 0, L"QLR B" },
+            { MANAGER, 1083, ITEM, 1, L"zqlr renamed" }, { MANAGER, 1083, ITEM, 0, L"qlr B" },
+            { MANAGER, 1081, SET, 0, L"zqlr renamed" }, { MANAGER, 1086, CLICK }, { BOX, 0, TEXT, 0, L"Edit profile..." },
+            { BOX, 0xFFFF, TEXT, 0, L"Вы хотите удалить выбранный профиль?          " }, { BOX, IDYES, CLICK },
+            { MANAGER, 1083, COUNT, 1 },
+            { MANAGER, 1083, SEL, 0 }, { MANAGER, 1081, TEXT, 0, L"qlr B" }, { MANAGER, 1082, TEXT, 0, L"second" },
+            { MANAGER, 1086, CLICK }, { BOX, IDYES, CLICK }, { MANAGER, 1083, COUNT, 0 }, { MANAGER, 1086, ON, 0 },
+            { MANAGER, 1088, ON, 0 }, { MANAGER, 1087, ON, 1 }, { MANAGER, 1081, TEXT, 0, L"" },
+            { MANAGER, IDCANCEL, CLICK }, { PAGE_SETUP, 1001, TEXT, 0, L"<Default Profile>" }, OK,
+            { SAVE, 1081, TEXT, 0, L"" }, { SAVE, 1081, SET, 0, L"qlr C" }, { SAVE, IDOK, CLICK } },
+          L"qlr C", [](QLRDEVMODE &e) { e = Defaults(); } },
+        { "manager: export, change the comment, import over it", L"qlr A", [](QLRDEVMODE &d) {
+              d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, 0, {
+            { OUTPUT_PAGE, 1003, CLICK }, { MANAGER, 1088, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() },
+            { FILE_DLG, IDOK, CLICK }, { MANAGER, 1082, TYPE, 0, L"changed" }, { MANAGER, 1087, CLICK },
+            { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK },
+            { MANAGER, 1082, TEXT, 0, L"first" }, { MANAGER, 1081, TEXT, 0, L"qlr A" }, { MANAGER, IDOK, CLICK }, OK },
+          NULL, [](QLRDEVMODE &) {} },
+    };
+    for (const Script &s : scripts)
+        Run(s);
 }
 
-TEST_F(Sheet, ManagerExportsAndImportsOverAnExistingName)
+// GetGuiResources answers 0 under Wine; the process's GDI handle table, which
+// the x64 PEB points at (offset 0xF8), is counted instead: 24-byte entries of
+// object, owner (process id in the low word), unique, type, flags, user.
+int GdiObjects()
 {
-    WCHAR dir[MAX_PATH];
-    GetTempPathW(MAX_PATH, dir);
-    std::wstring path = std::wstring(dir) + L"qlr-manager.qlr";
-    DeleteFileW(path.c_str());
-    int visit = 0, boxes = 0, sheets = 0;
-    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
-        switch (kind) {
-        case DIALOG_SHEET:
-            if (sheets++ == 0)
-                Click(SheetPage(h, 0), 1003);
-            else
-                PressSheetButton(h, PSBTN_CANCEL);
-            return;
-        case DIALOG_FILE:
-            SetDlgItemTextW(h, 0x47c, path.c_str());
-            Click(h, IDOK);
-            return;
-        case DIALOG_MESSAGE_BOX:
-            boxes++;
-            Click(h, IDOK);
-            return;
-        case DIALOG_PROFILE_MANAGER:
-            break;
-        default:
-            return;
-        }
-        switch (visit++) {
-        case 0:
-            Click(h, 1088);     // export the selected (current) profile
-            break;
-        case 1:
-            SetDlgItemTextW(h, 1082, L"changed");
-            LeaveEdit(h, 1082);
-            Click(h, 1087);     // and import it back over the changed one
-            break;
-        case 2:
-            EXPECT_EQ(L"first", TextOf(GetDlgItem(h, 1082)));
-            EXPECT_EQ(PROFILE_A, TextOf(GetDlgItem(h, 1081)));
-            Click(h, IDOK);
-            break;
-        }
-    });
-    EXPECT_EQ(3, visit);
-    EXPECT_EQ(0, boxes) << "an import over an existing name asks nothing";
-    QLRDEVMODE stored;
-    ASSERT_TRUE(LoadProfile(PROFILE_A, &stored));
-    EXPECT_STREQ(L"first", stored.szComments);
-    EXPECT_EQ(FORMAT_TIFF, stored.iOutputFormat);
-    HANDLE hFile = CreateFileW(path.c_str(), GENERIC_READ, 0, NULL, OPEN_EXISTING, 0, NULL);
-    ASSERT_NE(INVALID_HANDLE_VALUE, hFile);
-    EXPECT_EQ(3748u, GetFileSize(hFile, NULL));
-    CloseHandle(hFile);
-    DeleteFileW(path.c_str());
+    struct Entry { UINT64 object; ULONG owner; USHORT unique; UCHAR type, flags; UINT64 user; };
+    static_assert(sizeof(Entry) == 24, "the tests run as x64 programs");
+    if (DWORD n = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
+        return (int)n;
+    auto peb = (BYTE *(WINAPI *)(void))(void *)GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetCurrentPeb");
+    const Entry *table = peb ? *(const Entry *const *)(peb() + 0xF8) : NULL;
+    int count = 0;
+    for (int i = 0; table && i < 0x10000; i++)
+        count += table[i].type && (!LOWORD(table[i].owner) || LOWORD(table[i].owner) == GetCurrentProcessId());
+    return count;
 }
 
-TEST_F(Sheet, MacroMenuReplacesTheSelectedMaskText)
+BOOL CALLBACK CountWindows(HWND hwnd, LPARAM lParam)
 {
-    std::wstring mask;
-    int sheets = 0;
-    Open(NULL, DM_PROMPT, [&](HWND h, DialogKind kind) {
-        if (kind == DIALOG_POPUP_MENU) {
-            PostMessageW(h, WM_CHAR, 0x0422, 0);        // "&Тип рисунка"
-            return;
-        }
-        if (kind != DIALOG_SHEET)
-            return;
-        HWND page = SheetPage(h, 2);
-        if (sheets++ == 0) {
-            SetDlgItemTextW(page, 1052, L"abcXYZ");
-            SendDlgItemMessageW(page, 1052, EM_SETSEL, 3, 6);
-            Click(page, 1053);
-        } else {
-            mask = TextOf(GetDlgItem(page, 1052));
-            PressSheetButton(h, PSBTN_CANCEL);
-        }
-    });
-    EXPECT_EQ(L"abc&[Type]", mask);
+    return ++*(int *)lParam, EnumChildWindows(hwnd, CountWindows, lParam), TRUE;
 }
 
-// ---- the page-setup page ---------------------------------------------------------
-
-// What the preview control is told, recorded between the page and the preview.
-struct PreviewMessage { UINT msg; WPARAM wParam; LPARAM lParam; };
-std::vector<PreviewMessage> g_previewLog;
-WNDPROC g_previewProc;
-
-LRESULT CALLBACK RecordPreview(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
+int ThreadWindows()
 {
-    if (msg >= WM_USER + 0x1000 && msg <= WM_USER + 0x1002)
-        g_previewLog.push_back({ msg, wParam, lParam });
-    return CallWindowProcW(g_previewProc, hwnd, msg, wParam, lParam);
+    int n = 0;
+    return EnumThreadWindows(GetCurrentThreadId(), CountWindows, (LPARAM)&n), n;
 }
 
-TEST_F(Sheet, PageSetupEditsPaperUnitsResolutionAndOrientation)
+// Every page shown and painted, the output page with a program's icon and
+// version texts: twenty sheets later the process holds what it held.
+TEST_F(SheetScripts, SheetsGiveBackTheirObjectsAndWindows)
 {
-    Layout out;
-    MakeLayout(&out, 0, 0, 0, 0xA5);
-    int sheets = 0;
-    LONG result = Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
-        if (kind != DIALOG_SHEET || sheets++)
-            return;
-        HWND p = SheetPage(h, 0);
-        Choose(p, 1007, 0);
-        EXPECT_EQ(L"Letter/ANSI A (8.500 x 11.000 дюйм)", TextOf(GetDlgItem(p, 1016)));
-        Choose(p, 1007, 14);
-        EXPECT_EQ(L"A4 (210 x 297 мм)", TextOf(GetDlgItem(p, 1016)));
-        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(p, 1007)));
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(p, 1098)));
-
-        Command(p, 1097, BN_CLICKED);
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(p, 1007)));
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(p, 1016)));
-        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(p, 1098)));
-        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(p, 1014)));
-        EXPECT_EQ(L"210.0", TextOf(GetDlgItem(p, 1098)));
-
-        // Inches and back give the same millimetres.
-        Choose(p, 1014, 0);
-        EXPECT_EQ(L"8.268", TextOf(GetDlgItem(p, 1098)));
-        Choose(p, 1014, 1);
-        EXPECT_EQ(L"210.0", TextOf(GetDlgItem(p, 1098)));
-        EXPECT_EQ(L"297.0", TextOf(GetDlgItem(p, 1099)));
-
-        Type(p, 1098, L"20000", EN_KILLFOCUS);
-        EXPECT_EQ(L"18288.0", TextOf(GetDlgItem(p, 1098))) << "the largest size at 200 dpi";
-        Type(p, 1098, L"abc", EN_KILLFOCUS);
-        EXPECT_EQ(L"abc", TextOf(GetDlgItem(p, 1098))) << "no number: the text stays, the value too";
-        Choose(p, 1014, 0);
-        Type(p, 1098, L"0", EN_KILLFOCUS);
-        EXPECT_EQ(L"0.039", TextOf(GetDlgItem(p, 1098)));
-        Type(p, 1098, L"8.27", EN_KILLFOCUS);
-        Type(p, 1099, L"11.69", EN_KILLFOCUS);
-
-        Type(p, 1012, L"9999", CBN_KILLFOCUS);
-        EXPECT_EQ(L"2400", TextOf(GetDlgItem(p, 1012)));
-        Type(p, 1012, L"abc", CBN_KILLFOCUS);
-        EXPECT_EQ(L"200", TextOf(GetDlgItem(p, 1012)));
-        Choose(p, 1012, 6);     // 300 dpi
-
-        // Landscape turns the preview; the custom size itself stays.
-        HWND preview = GetDlgItem(p, 1006);
-        g_previewLog.clear();
-        g_previewProc = (WNDPROC)SetWindowLongPtrW(preview, GWLP_WNDPROC, (LONG_PTR)RecordPreview);
-        Command(p, 1009, BN_CLICKED);
-        SetWindowLongPtrW(preview, GWLP_WNDPROC, (LONG_PTR)g_previewProc);
-        ASSERT_EQ(3u, g_previewLog.size());
-        EXPECT_EQ((UINT)WM_USER + 0x1001, g_previewLog[0].msg);
-        EXPECT_EQ(1u, g_previewLog[0].wParam);
-        EXPECT_EQ(0, g_previewLog[0].lParam) << "orientation waits for the paper";
-        EXPECT_EQ((UINT)WM_USER + 0x1002, g_previewLog[1].msg);
-        EXPECT_EQ(0, g_previewLog[1].lParam);
-        EXPECT_EQ((UINT)WM_USER + 0x1000, g_previewLog[2].msg);
-        EXPECT_EQ(8270u, g_previewLog[2].wParam);
-        EXPECT_EQ(11690, g_previewLog[2].lParam);
-
-        Command(p, 1013, BN_CLICKED);   // the check box's own state stays unchecked
-        PressSheetButton(h, PSBTN_OK);
-    });
-    ASSERT_EQ(IDOK, result);
-    const QLRDEVMODE *r = out.record();
-    EXPECT_TRUE(r->bCustomPaper);
-    EXPECT_EQ(UNIT_THOU, r->iCustomUnit);
-    EXPECT_EQ(8270, r->iCustomWidth);
-    EXPECT_EQ(11690, r->iCustomHeight);
-    EXPECT_EQ(1, r->iOrientation);
-    EXPECT_EQ(DMORIENT_LANDSCAPE, r->dmPublic.dmOrientation);
-    EXPECT_EQ(300, r->iResolution);
-    EXPECT_EQ(300, r->dmPublic.dmPrintQuality);
-    EXPECT_EQ(300, r->dmPublic.dmYResolution);
-    EXPECT_STREQ(L"Custom Paper", r->dmPublic.dmFormName);
-    EXPECT_EQ(DMPAPER_USER, r->dmPublic.dmPaperSize);
-    EXPECT_EQ(2101, r->dmPublic.dmPaperWidth);      // 8.27 in = 210.058 mm
-    EXPECT_EQ(2969, r->dmPublic.dmPaperLength);
-    EXPECT_EQ((DWORD)(DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH),
-              r->dmPublic.dmFields & (DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH | DM_FORMNAME));
-    EXPECT_FALSE(r->bCropEdges);
-    EXPECT_EQ(14, r->iPaper) << "the table paper is kept while the custom size is used";
-}
-
-TEST_F(Sheet, PageSetupShowsALoadedResolutionTheListLacks)
-{
-    QLRDEVMODE dm = Profile(FORMAT_TIFF, L"first");
-    dm.iResolution = 120;
-    dm.dmPublic.dmPrintQuality = dm.dmPublic.dmYResolution = 120;
-    StoreProfile(PROFILE_A, dm);
-    Layout out;
-    std::wstring shown;
-    int sheets = 0;
-    Open(&out, DM_PROMPT | DM_COPY, [&](HWND h, DialogKind kind) {
-        if (kind != DIALOG_SHEET || sheets++)
-            return;
-        HWND p = SheetPage(h, 0);
-        shown = TextOf(GetDlgItem(p, 1012));
-        Choose(p, 1012, 4);
-        PressSheetButton(h, PSBTN_OK);
-    });
-    EXPECT_EQ(L"120", shown);
-    EXPECT_EQ(150, out.record()->iResolution);
-    EXPECT_FALSE(out.record()->bCustomPaper);
-    EXPECT_STREQ(L"A4", out.record()->dmPublic.dmFormName);
-    EXPECT_EQ(2100, out.record()->dmPublic.dmPaperWidth);
-    EXPECT_EQ((DWORD)(DM_PAPERSIZE | DM_FORMNAME),
-              out.record()->dmPublic.dmFields & (DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH | DM_FORMNAME));
-}
-
-// The library's side of the protocol, played by the test: pages are
-// accepted with handles 101, 102, 103, or refused from the second on.
-int g_added;
-bool g_refuseSecond;
-LONG_PTR CALLBACK FakeLibrary(HANDLE, UINT function, LPARAM, LPARAM)
-{
-    if (function != CPSFUNC_ADD_PROPSHEETPAGEW)
-        return 0;
-    g_added++;
-    return g_refuseSecond && g_added >= 2 ? 0 : 100 + g_added;
-}
-
-TEST_F(Sheet, LibraryReasonsWithoutAWindow)
-{
-    Layout out;
-    MakeLayout(&out, 0, 0, 0, 0xA5);
-    DOCUMENTPROPERTYHEADER header = {};
-    header.cbSize = sizeof(header);
-    header.hPrinter = hPrinter;
-    header.pszPrinterName = (LPWSTR)PRINTER;
-    header.pdmOut = out.dm();
-    header.fMode = DM_PROMPT | DM_COPY;
-    PROPSHEETUI_INFO info = {};
-    info.cbSize = sizeof(info);
-    info.pfnComPropSheet = FakeLibrary;
-    info.lParamInit = (LPARAM)&header;
-    PFN_SHEETS sheets = TheDriver().DocumentPropertySheets;
-
-    g_added = 0;
-    g_refuseSecond = false;
-    info.Reason = PROPSHEETUI_REASON_INIT;
-    ASSERT_EQ(1, sheets(&info, (LPARAM)&header));
-    EXPECT_EQ(3, g_added);
-    EXPECT_NE(0u, info.UserData);
-
-    PROPSHEETUI_INFO_HEADER infoHeader = {};
-    info.Reason = PROPSHEETUI_REASON_GET_INFO_HEADER;
-    EXPECT_EQ(1, sheets(&info, (LPARAM)&infoHeader));
-    EXPECT_EQ(PSUIHDRF_NOAPPLYNOW | PSUIHDRF_PROPTITLE, infoHeader.Flags);
-    EXPECT_STREQ(PRINTER, infoHeader.pTitle);
-
-    SETRESULT_INFO sri = {};
-    sri.cbSize = sizeof(sri);
-    sri.hSetResult = (HANDLE)99;
-    sri.Result = 1;
-    info.Reason = PROPSHEETUI_REASON_SET_RESULT;
-    EXPECT_EQ(-1, sheets(&info, (LPARAM)&sri));
-    EXPECT_EQ(0u, info.Result);
-    EXPECT_TRUE(UntouchedFrom(out, 72, 0xA5));
-    sri.hSetResult = (HANDLE)102;
-    EXPECT_EQ(1, sheets(&info, (LPARAM)&sri));
-    EXPECT_EQ(1u, info.Result);
-    EXPECT_EQ(QLR_SIGNATURE, out.record()->dwSignature);
-
-    info.Reason = PROPSHEETUI_REASON_DESTROY;
-    EXPECT_EQ(1, sheets(&info, 0));
-    EXPECT_EQ(0u, info.UserData);
-
-    // A page the library refuses ends the initialisation; DESTROY still frees.
-    g_added = 0;
-    g_refuseSecond = true;
-    info.Reason = PROPSHEETUI_REASON_INIT;
-    EXPECT_EQ(-1, sheets(&info, (LPARAM)&header));
-    EXPECT_EQ(2, g_added);
-    info.Reason = PROPSHEETUI_REASON_DESTROY;
-    EXPECT_EQ(1, sheets(&info, 0));
-
-    SetLastError(0);
-    info.Reason = PROPSHEETUI_REASON_INIT;
-    EXPECT_EQ(-1, sheets(&info, 0));
-    EXPECT_EQ((DWORD)ERROR_INVALID_DATA, GetLastError());
-    info.Reason = 77;
-    EXPECT_EQ(-1, sheets(&info, 0));
-}
-
-TEST_F(Sheet, DeviceSheetShowsOnlyTheAboutPage)
-{
-    std::wstring tab;
-    int pages = 0;
-    BOOL result = TRUE;
-    EXPECT_TRUE(RunDriven([&] { result = TheDriver().PrinterProperties(NULL, hPrinter); },
-                          [&](HWND h, DialogKind kind) {
-                              if (kind != DIALOG_SHEET)
-                                  return;
-                              HWND tabs = PropSheet_GetTabControl(h);
-                              pages = TabCtrl_GetItemCount(tabs);
-                              WCHAR text[64] = L"";
-                              TCITEMW item = {};
-                              item.mask = TCIF_TEXT;
-                              item.pszText = text;
-                              item.cchTextMax = 64;
-                              TabCtrl_GetItem(tabs, 0, &item);
-                              tab = text;
-                              PressSheetButton(h, PSBTN_OK);
-                          }));
-    EXPECT_EQ(1, pages);
-    EXPECT_EQ(L"О программе...", tab);
-    EXPECT_FALSE(result) << "the About page reports no result";
-
-    SetLastError(0);
-    EXPECT_EQ(-1, TheDriver().DevicePropertySheets(NULL, 0));
-    EXPECT_EQ((DWORD)ERROR_INVALID_DATA, GetLastError());
-    DEVICEPROPERTYHEADER header = { sizeof(header), 0, hPrinter, (LPWSTR)PRINTER };
-    PROPSHEETUI_INFO info = {};
-    info.lParamInit = (LPARAM)&header;
-    info.Reason = PROPSHEETUI_REASON_DESTROY;
-    EXPECT_EQ(1, TheDriver().DevicePropertySheets(&info, 0));
-}
-
-TEST(TrivialEntryPoints, AnswerAlike)
-{
-    ASSERT_NE(nullptr, TheDriver().DevQueryPrintEx);
-    DEVQUERYPRINT_INFO dqp = {};
-    dqp.cbSize = sizeof(dqp);
-    EXPECT_FALSE(TheDriver().DevQueryPrintEx(&dqp));
-    EXPECT_EQ(0u, dqp.cchNeeded);
-    for (INT event : { 1, 2, 3, 4, 99 })
-        EXPECT_TRUE(TheDriver().PrinterEvent((LPWSTR)PRINTER, event, 0, 0)) << "event " << event;
+    QLRDEVMODE dm = Defaults();
+    dm.bUseCustomViewer = TRUE;
+    lstrcpyW(dm.szViewerPath, g_viewer.c_str());
+    StoreProfile(L"qlr A", dm);
+    SetCurrentName(L"qlr A");
+    const std::vector<Step> steps = { { OUTPUT_PAGE, 1088, TEXT, 0, L"Quillora test viewer" },
+                                      { FORMAT_PAGE, 0, SHOWN, 1 }, { PAGE_SETUP, 0, SHOWN, 1 }, CANCEL };
+    QLRDEVMODE out;
+    auto open = [&] {
+        DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, &out.dmPublic, NULL, DM_PROMPT | DM_OUT_BUFFER);
+    };
+    ASSERT_EQ(steps.size(), RunScript("first sheet", steps, open));     // the libraries' first-use objects
+    int gdi = GdiObjects(), windows = ThreadWindows();
+    ASSERT_GT(gdi, 0) << "no way to count GDI objects here";
+    for (int i = 0; i < 20; i++)
+        ASSERT_EQ(steps.size(), RunScript("later sheet", steps, open)) << "sheet " << i;
+    EXPECT_EQ(gdi, GdiObjects());
+    EXPECT_EQ(windows, ThreadWindows());
 }
 
 }  // namespace

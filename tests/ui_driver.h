@@ -1,27 +1,29 @@
-// Drives modal dialogs the way a user would, from a thread timer on the
-// dialog's own thread: each time another dialog becomes the one that takes
-// input, the script is called with it.  A run that goes on too long is
-// ended by closing whatever is open, so a failure can never hang CI.
+// Drives the document sheet and its modal dialogs as a user would, from a timer
+// on the sheet's thread: steps aimed at a page, a format panel or a dialog are
+// played in order as those come up; a run that goes on too long is cancelled.
 #ifndef QLR_TESTS_UI_DRIVER_H
 #define QLR_TESTS_UI_DRIVER_H
 
 #include <windows.h>
 #include <functional>
 #include <string>
+#include <vector>
 
-enum DialogKind {
-    DIALOG_SHEET, DIALOG_PROFILE_MANAGER, DIALOG_FILE, DIALOG_SAVE_PROFILE, DIALOG_MESSAGE_BOX, DIALOG_OTHER,
-    DIALOG_POPUP_MENU
+enum Where {
+    PAGE_SETUP, FORMAT_PAGE, OUTPUT_PAGE,
+    P_BMP = 10, P_GIF, P_JPEG, P_TIFF, P_PCX, P_DCX,      // the format page's panels
+    SAVE = 20, MANAGER, BOX, FILE_DLG, MENU, ABOUT_BOX     // the modal dialogs
 };
+enum Op {
+    CLICK, CHOOSE, SELECT, SET, LEAVE, TYPE, KEY, PRESS,   // actions
+    TEXT, CHECK, ON, SHOWN, ITEM, COUNT, SEL                // expectations
+};
+// n: index, check state, flag, key, sheet button or MAKELONG(start, end); s: text.
+struct Step { int where; int id; int op; int n = 0; LPCWSTR s = nullptr; };
 
-DialogKind KindOf(HWND hDlg);
 std::wstring TextOf(HWND hwnd);
-std::wstring MessageBoxText(HWND hBox);
-HWND SheetPage(HWND hSheet, int index);     // creates the page if needed
-void Click(HWND hDlg, int id);
 
-// Runs open() with the script answering dialogs; returns false when the
-// script had to be cut short.
-bool RunDriven(const std::function<void()> &open, const std::function<void(HWND, DialogKind)> &script);
+// Runs open(); returns the index of the first step not played.
+size_t RunScript(const char *name, const std::vector<Step> &steps, const std::function<void()> &open);
 
 #endif
