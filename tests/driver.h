@@ -7,7 +7,6 @@
 #include <string.h>
 #include "drvapi.h"
 #include "record.h"
-#include "layout.h"
 
 typedef BOOL (WINAPI *PFN_CONVERT)(LPWSTR, PDEVMODEW, PDEVMODEW, PLONG, DWORD);
 typedef DWORD (WINAPI *PFN_CAPS)(HANDLE, PWSTR, WORD, VOID *, PDEVMODEW);
@@ -30,6 +29,19 @@ struct Driver {
     PFN_QUERYPRINT DevQueryPrintEx;
     PFN_PRINTEREVENT PrinterEvent;
 };
+
+// A caller's device mode of any layout, in a buffer with room to spare that
+// is filled with a pattern, so that writes past the layout show.
+struct Layout {
+    BYTE bytes[8192];
+    DEVMODEW *dm() { return (DEVMODEW *)bytes; }
+};
+
+inline void MakeLayout(Layout *p, WORD size, WORD extra, WORD version, BYTE fill)
+{
+    memset(p->bytes, fill, sizeof(p->bytes));
+    p->dm()->dmSize = size, p->dm()->dmDriverExtra = extra, p->dm()->dmSpecVersion = version;
+}
 
 // Loads QLRDRVUI.DLL from the test program's own folder, once per process.
 const Driver &TheDriver();

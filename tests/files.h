@@ -42,4 +42,29 @@ inline void WriteBytes(const std::wstring &path, const std::vector<BYTE> &bytes)
     CloseHandle(h);
 }
 
+// A key's unnamed value set, and read back as its bytes stand (RegGetValue
+// would add a NUL to a string); empty when there is none.
+inline void SetValue(HKEY root, const std::wstring &key, DWORD type, const void *data, size_t cb)
+{
+    HKEY h;
+    RegCreateKeyExW(root, key.c_str(), 0, NULL, 0, KEY_WRITE, NULL, &h, NULL);
+    RegSetValueExW(h, NULL, 0, type, (const BYTE *)data, (DWORD)cb);
+    RegCloseKey(h);
+}
+
+inline std::vector<BYTE> ValueOf(HKEY root, const std::wstring &key)
+{
+    std::vector<BYTE> v(8192);
+    DWORD cb = 0;
+    HKEY h;
+    if (!RegOpenKeyExW(root, key.c_str(), 0, KEY_READ, &h)) {
+        cb = (DWORD)v.size();
+        if (RegQueryValueExW(h, NULL, NULL, NULL, v.data(), &cb))
+            cb = 0;
+        RegCloseKey(h);
+    }
+    v.resize(cb);
+    return v;
+}
+
 #endif

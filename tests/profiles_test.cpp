@@ -35,28 +35,12 @@ std::vector<BYTE> AsStored(std::vector<BYTE> r)
 
 void StoreRaw(LPCWSTR name, DWORD type, const void *data, DWORD cb)
 {
-    std::wstring path = name[0] ? std::wstring(KEY) + L"\\" + name : KEY;
-    HKEY h;
-    ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, NULL, 0, KEY_WRITE, NULL, &h, NULL));
-    ASSERT_EQ(ERROR_SUCCESS, RegSetValueExW(h, NULL, 0, type, (const BYTE *)data, cb));
-    RegCloseKey(h);
+    SetValue(HKEY_CURRENT_USER, name[0] ? std::wstring(KEY) + L"\\" + name : KEY, type, data, cb);
 }
 
-// The value's bytes as stored (RegGetValue would add a NUL to a string).
 std::vector<BYTE> ValueOf(const std::wstring &path)
 {
-    std::vector<BYTE> v(8192);
-    DWORD cb = (DWORD)v.size();
-    HKEY h;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ, &h))
-        cb = 0;
-    else {
-        if (RegQueryValueExW(h, NULL, NULL, NULL, v.data(), &cb))
-            cb = 0;
-        RegCloseKey(h);
-    }
-    v.resize(cb);
-    return v;
+    return ValueOf(HKEY_CURRENT_USER, path);
 }
 
 // The stored current name (Wine adds the NUL the module leaves out), and
@@ -242,35 +226,28 @@ TEST_F(Profiles, FilesCarryTheStoredRecordBetweenMachines)
     EXPECT_STREQ(L"qlr test B", name);
     EXPECT_EQ(L"[] qlr test A=3484b qlr test B=3", Image(true));
 
-    // Damaged files are refused before anything is stored.
+    // Damaged files are refused before anything is stored: sizes, magic and
+    // version bytes, backslashes, an empty name, a name without its NUL.
     const std::wstring before = Image();
     const std::vector<BYTE> good = FileOf(L"qlr test C", record);
-    struct Damage { const char *what; size_t at; int value; size_t size; };
-    std::vector<Damage> damages;
-    for (size_t size : { 0, 1, 4, 8, 264, 3747, 3749, 4096 })
-        damages.push_back({ "size", 0, -1, size });
+    std::vector<std::vector<BYTE>> bad;
+    for (size_t size : { 0, 1, 264, 3747, 3749, 4096 })
+        bad.push_back(good), bad.back().resize(size);
     for (size_t at = 0; at < 8; at++)
         for (int value = 0; value < 256; value += 15)
             if (value != good[at])
-                damages.push_back({ "magic or version", at, value, FILE_SIZE });
-    damages.push_back({ "empty name", 8, 0, FILE_SIZE });
+                bad.push_back(good), bad.back()[at] = (BYTE)value;
     for (size_t at : { 8, 20, 26 })
-        damages.push_back({ "backslash in the name", at, '\\', FILE_SIZE });
-    for (const auto &d : damages) {
-        std::vector<BYTE> f = good;
-        if (d.value >= 0)
-            f[d.at] = (BYTE)d.value;
-        f.resize(d.size, 0);
-        WriteBytes(path, f);
-        EXPECT_FALSE(ImportProfileFile(path.c_str(), name)) << d.what << " at " << d.at << " = " << d.value;
-        EXPECT_EQ(before, Image()) << d.what << " at " << d.at;
-    }
-    std::vector<BYTE> unterminated = good;
+        bad.push_back(good), bad.back()[at] = '\\';
+    bad.push_back(good), bad.back()[8] = 0;
+    bad.push_back(good);
     for (size_t i = 8; i < 264; i += 2)
-        unterminated[i] = 'n';
-    WriteBytes(path, unterminated);
-    EXPECT_FALSE(ImportProfileFile(path.c_str(), name)) << "a name without its NUL";
-    EXPECT_EQ(before, Image());
+        bad.back()[i] = 'n';
+    for (size_t i = 0; i < bad.size(); i++) {
+        WriteBytes(path, bad[i]);
+        EXPECT_FALSE(ImportProfileFile(path.c_str(), name)) << "damaged file " << i;
+        EXPECT_EQ(before, Image()) << "damaged file " << i;
+    }
     DeleteFileW(path.c_str());
     EXPECT_FALSE(ImportProfileFile(path.c_str(), name)) << "no file";
 }

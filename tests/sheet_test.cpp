@@ -7,6 +7,8 @@
 #include <stddef.h>
 #include <windows.h>
 #include <prsht.h>
+#include "files.h"
+#include "model.h"
 #include "record.h"
 #include "ui_driver.h"
 
@@ -17,24 +19,10 @@ namespace {
 const LPCWSTR NAMES[] = { L"qlr A", L"qlr B", L"qlr C", L"Case A", L"_qlr renamed", L"zqlr renamed" };
 std::wstring g_viewer, g_date, g_file;      // a program with a version resource; today; a profile file
 
-// The factory settings as a freshly built record holds them.
 QLRDEVMODE Defaults()
 {
-    QLRDEVMODE d = {};
-    DEVMODEW &p = d.dmPublic;
-    lstrcpyW(p.dmDeviceName, PRINTER), lstrcpyW(p.dmFormName, L"A4");
-    p.dmSpecVersion = 0x0401, p.dmDriverVersion = 0x0246, p.dmSize = 220, p.dmDriverExtra = 3264;
-    p.dmFields = 0x0001FC0F, p.dmOrientation = 1, p.dmPaperSize = 9, p.dmPaperLength = 2970, p.dmPaperWidth = 2100;
-    p.dmScale = 100, p.dmCopies = 1, p.dmPrintQuality = p.dmYResolution = 200, p.dmColor = 2, p.dmDuplex = 1;
-    p.dmTTOption = 1, p.dmBitsPerPel = 24, p.dmPelsWidth = 2100, p.dmPelsHeight = 2970;
-    d.dwSignature = 0x4453444D, d.dwPrivVersion = 0x2010, d.iPaper = 14, d.iResolution = 200;
-    d.iCustomWidth = 2100, d.iCustomHeight = 2970, d.iCustomUnit = 1, d.iOutputFormat = 2;
-    d.iBmpBitsPerPixel = 24, d.iGifColors = 256, d.bGifDither = 1, d.bGifMultiPage = 1;
-    d.iJpegBitsPerPixel = 24, d.iJpegQuality = 100, d.iJpegSubsampling = 2;
-    d.iTiffBitsPerPixel = 24, d.iTiffQuality = 100, d.iTiffCompression = 4, d.bTiffMultiPage = 1;
-    d.iPcxBitsPerPixel = 24, d.iDcxBitsPerPixel = 24, d.bDcxMultiPage = 1, d.bShowResult = 1;
-    lstrcpyW(d.szOutputFolder, L"c:\\QLR Output Files"), lstrcpyW(d.szViewerParams, L"%f");
-    lstrcpyW(d.szFileNameMask, L"&[DocName]_&[Page].&[Type]");
+    QLRDEVMODE d;
+    memcpy(&d, Factory().data(), sizeof(d));
     return d;
 }
 
@@ -79,14 +67,6 @@ void Compare(const void *got, const QLRDEVMODE &want, const char *what)
     EXPECT_TRUE(named || !memcmp(&g, &w, sizeof(g))) << what << ": bytes outside the named fields differ";
 }
 
-void SetValue(HKEY root, const std::wstring &key, DWORD type, const void *data, size_t cb)
-{
-    HKEY h;
-    RegCreateKeyExW(root, key.c_str(), 0, NULL, 0, KEY_WRITE, NULL, &h, NULL);
-    RegSetValueExW(h, NULL, 0, type, (const BYTE *)data, (DWORD)cb);
-    RegCloseKey(h);
-}
-
 void SetCurrentName(LPCWSTR name)
 {
     SetValue(HKEY_CURRENT_USER, PROFILES_KEY, REG_SZ, name, (lstrlenW(name) + 1) * sizeof(WCHAR));
@@ -94,10 +74,8 @@ void SetCurrentName(LPCWSTR name)
 
 std::wstring CurrentName()
 {
-    WCHAR name[130] = L"";
-    DWORD cb = sizeof(name);
-    RegGetValueW(HKEY_CURRENT_USER, PROFILES_KEY, NULL, RRF_RT_REG_SZ, NULL, name, &cb);
-    return name;
+    std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, PROFILES_KEY);
+    return std::wstring((LPCWSTR)v.data(), wcsnlen((LPCWSTR)v.data(), v.size() / 2));
 }
 
 void StoreProfile(LPCWSTR name, const QLRDEVMODE &dm)
@@ -107,9 +85,8 @@ void StoreProfile(LPCWSTR name, const QLRDEVMODE &dm)
 
 bool LoadProfile(LPCWSTR name, QLRDEVMODE *dm)
 {
-    DWORD cb = sizeof(*dm);
-    return !RegGetValueW(HKEY_CURRENT_USER, (std::wstring(PROFILES_KEY) + L"\\" + name).c_str(), NULL, RRF_RT_REG_BINARY,
-                         NULL, dm, &cb);
+    std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, std::wstring(PROFILES_KEY) + L"\\" + name);
+    return v.size() == sizeof(*dm) && memcpy(dm, v.data(), sizeof(*dm));
 }
 
 // The class name and the open command are as long as the lookup's buffers
