@@ -89,6 +89,9 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
     EXPECT_FALSE(IsWindowVisible(hwnd));
     EXPECT_EQ((DWORD)WS_POPUP, (DWORD)GetWindowLongW(hwnd, GWL_STYLE) & ~(WS_CLIPSIBLINGS | WS_CLIPCHILDREN));
     EXPECT_EQ(nullptr, GetPropW(hwnd, L"PRN_HDC"));
+    RECT rc;
+    GetWindowRect(hwnd, &rc);
+    EXPECT_TRUE(rc.left == -1 && rc.top == -1 && rc.right == -1 && rc.bottom == -1) << "at (-1, -1), 0 by 0";
     EXPECT_EQ(1, Event(DOCUMENTEVENT_CREATEDCPRE));
     windows = 0;
     EnumWindows(CountJobWindows, (LPARAM)&windows);
@@ -126,9 +129,11 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
         EXPECT_EQ(r.result, SendMessageW(hwnd, WM_COPYDATA, 0, (LPARAM)&cds)) << r.file << " with " << r.app;
         EXPECT_EQ(r.calls, g_calls) << r.file << " with " << r.app;
     }
+    // Posted as well as sent: the window's loop goes on after either.
+    EXPECT_TRUE(PostMessageW(hwnd, 0x9000, 1, 2));
     EXPECT_EQ(0, SendMessageW(hwnd, 0x9000, 1, 2));
-    ASSERT_EQ(1u, g_aborted.size());
-    EXPECT_EQ((HDC)0x5678, g_aborted[0]) << "the device context of the latest job";
+    ASSERT_EQ(2u, g_aborted.size());
+    EXPECT_EQ((HDC)0x5678, g_aborted[1]) << "the device context of the latest job";
 
     // Blocks of every length up to 600 bytes against a page the process may
     // not touch: without NULs, with the file ended but not the program, and
