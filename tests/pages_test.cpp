@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include "pages/pages.h"
-#include "profiles/profiles.h"
+#include "profiles/dialogs.h"
 #include "guarded.h"
 #include <commctrl.h>
 
@@ -37,7 +37,7 @@ TEST(ProfileList, TheCurrentNameIsMatchedWithCaseAndMarkedWhenModified)
         std::wstring all, selected;
         for (HWND h : { hCombo, hList }) {
             bool combo = h == hCombo;
-            WORD n = FillProfileList(h, combo ? PAGE_FRAMEWORK_LIST_COMBO : PAGE_FRAMEWORK_LIST_BOX, row.modified);
+            WORD n = FillProfileList(h, combo ? PROFILE_LIST_COMBO : PROFILE_LIST_BOX, row.modified);
             LRESULT count = SendMessageW(h, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
             EXPECT_EQ(count, n + (combo ? 1 : 0)) << "current " << row.current;
             LRESULT sel = SendMessageW(h, combo ? CB_GETCURSEL : LB_GETCURSEL, 0, 0);

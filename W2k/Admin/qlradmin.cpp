@@ -37,20 +37,18 @@ static int Fail(LPCWSTR pszFormat, LPCWSTR pszArg)
     return 1;
 }
 
+/* The current profile is marked as the pages' combo selects it: with case. */
+static BOOL PrintProfileName(LPCWSTR pszName, void *pContext)
+{
+    Print(L"%s%s\n", wcscmp(pszName, (LPCWSTR)pContext) == 0 ? L"* " : L"  ", pszName);
+    return TRUE;
+}
+
 static int List(void)
 {
-    WCHAR szCurrent[PROFILE_NAME_CHARS], szName[PROFILE_NAME_CHARS];
+    WCHAR szCurrent[PROFILE_NAME_CHARS];
     ReadCurrentProfileName(szCurrent);
-    HKEY hKey;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, PROFILE_KEY, 0, KEY_READ, &hKey) != ERROR_SUCCESS)
-        return 0;
-    for (DWORD i = 0;; i++) {
-        DWORD cch = PROFILE_NAME_CHARS;
-        if (RegEnumKeyExW(hKey, i, szName, &cch, NULL, NULL, NULL, NULL) != ERROR_SUCCESS)
-            break;
-        Print(L"%s%s\n", wcscmp(szName, szCurrent) == 0 ? L"* " : L"  ", szName);
-    }
-    RegCloseKey(hKey);
+    EnumProfileNames(PrintProfileName, szCurrent);
     return 0;
 }
 
@@ -121,14 +119,15 @@ static int Capture(LPCWSTR pszPrinter, LPCWSTR pszName)
 
 static int PrintFile(LPCWSTR pszKind, LPCWSTR pszPath)
 {
-    static BYTE buffer[3748];
+    static PROFILEFILE file;
     BOOL bProfileFile = lstrcmpW(pszKind, L"file") == 0;
-    DWORD cb = bProfileFile ? 3748 : sizeof(QLRDEVMODE);
-    if (!ReadWhole(pszPath, buffer, cb))
+    void *pBuffer = bProfileFile ? (void *)&file : (void *)&file.settings;
+    DWORD cb = bProfileFile ? sizeof(PROFILEFILE) : sizeof(QLRDEVMODE);
+    if (!ReadWhole(pszPath, pBuffer, cb))
         return Fail(L"\"%s\" is not a file of the expected size.", pszPath);
-    if (bProfileFile && memcmp(buffer, PROFILE_FILE_MAGIC, 4) != 0)
+    if (bProfileFile && memcmp(file.magic, PROFILE_FILE_MAGIC, sizeof(file.magic)) != 0)
         return Fail(L"\"%s\" is not a Quillora profile file.", pszPath);
-    PrintRecord((const QLRDEVMODE *)(buffer + (bProfileFile ? 264 : 0)));
+    PrintRecord(&file.settings);
     return 0;
 }
 

@@ -11,9 +11,9 @@
 static WORD SpecVersionOf(WORD dmSize, WORD dmSpecVersion)
 {
     switch (dmSize) {
-    case 188: return 0x0320;
-    case 212: return 0x0400;
-    case 220: return 0x0401;
+    case QLR_PUBLIC_SIZE_351: return QLR_SPEC_VERSION_351;
+    case QLR_PUBLIC_SIZE_400: return QLR_SPEC_VERSION_400;
+    case QLR_PUBLIC_SIZE:     return QLR_SPEC_VERSION;
     }
     return dmSize < MIN_HEADER_SIZE ? 0 : dmSpecVersion;
 }

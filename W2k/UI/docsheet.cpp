@@ -3,7 +3,6 @@
  * property-sheet library calls it, and the older entry points on top of it.
  */
 #include "sheet.h"
-#include "pages/pages.h"
 #include "res/resource.h"
 
 /* The pages in the order they are added and shown. */

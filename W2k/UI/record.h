@@ -26,6 +26,10 @@
 #define QLR_PUBLIC_SIZE_351   188
 #define QLR_RECORD_SIZE_351   (QLR_PUBLIC_SIZE_351 + QLR_PRIVATE_SIZE)
 
+/* The Windows NT 4.0 public part, which stops before dmICMMethod. */
+#define QLR_SPEC_VERSION_400  0x0400
+#define QLR_PUBLIC_SIZE_400   212
+
 #define QLR_PRODUCT_NAME      L"Quillora"
 #define QLR_CUSTOM_PAPER_NAME L"Custom Paper"
 
@@ -45,7 +49,7 @@ enum CustomUnit {
 };
 
 enum OutputFormat {
-    FORMAT_BMP, FORMAT_GIF, FORMAT_JPEG, FORMAT_TIFF, FORMAT_PCX, FORMAT_DCX
+    FORMAT_BMP, FORMAT_GIF, FORMAT_JPEG, FORMAT_TIFF, FORMAT_PCX, FORMAT_DCX, FORMAT_COUNT
 };
 
 typedef struct _QLRDEVMODE {

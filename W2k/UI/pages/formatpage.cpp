@@ -72,6 +72,10 @@ void CollectFormatPage(HWND hPage, PSHEETSTATE pSheet)
 
 void OnFormatPageCommand(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code)
 {
+    if (id == IDC_ABOUT && code == BN_CLICKED) {
+        DialogBoxParamW(g_hModule, MAKEINTRESOURCEW(IDD_ABOUT_BOX), hPage, AboutDlgProc, 0);
+        return;
+    }
     if (id != IDC_FORMAT_LIST || code != CBN_SELCHANGE)
         return;
     LRESULT sel = SendDlgItemMessageW(hPage, IDC_FORMAT_LIST, CB_GETCURSEL, 0, 0);

@@ -4,14 +4,21 @@
  * every page's dialog procedure follows.
  */
 #include "pages.h"
-#include "../profiles/profiles.h"
+#include "../profiles/dialogs.h"
 #include "../skin/skin.h"
 #include "../res/resource.h"
 #include <commctrl.h>
 
-#define DEFAULT_PROFILE_ENTRY   L"<Default Profile>"
-#define MODIFIED_MARK           L"*"
 #define TIP_WIDTH               640
+
+/* The profile row stands at the top of every page with the same ids: the
+ * combo of stored profiles (choosing one loads it), "Save profile as...",
+ * "Profile manager...", the never-shown "Restore defaults" (reloads the
+ * current profile), and Help at the bottom left.  It is the framework's:
+ * attached, given tool tips and answered here, so a page lists only its own
+ * controls.  Where Help's tip falls among a page's tips is the page's own. */
+static const int g_ProfileRowButtons[] = { IDC_SAVE_PROFILE, IDC_PROFILE_MANAGER, IDC_RESTORE_PROFILE, IDC_HELP_BUTTON };
+static const int g_ProfileRowTips[] = { IDC_PROFILE_COMBO, IDC_SAVE_PROFILE, IDC_PROFILE_MANAGER, IDC_RESTORE_PROFILE };
 
 static HWND ProfileCombo(HWND hPage)
 {
@@ -24,11 +31,11 @@ static BOOL PageExists(const SHEETSTATE *pSheet, int i)
     return pSheet->hwndPages[i] && IsWindow(pSheet->hwndPages[i]);
 }
 
-void RefillProfileCombos(PSHEETSTATE pSheet, BOOL bModified)
+static void RefillProfileCombos(PSHEETSTATE pSheet, BOOL bModified)
 {
     for (int i = 0; i < PAGE_COUNT; i++)
         if (PageExists(pSheet, i))
-            FillProfileList(ProfileCombo(pSheet->hwndPages[i]), PAGE_FRAMEWORK_LIST_COMBO, bModified);
+            FillProfileList(ProfileCombo(pSheet->hwndPages[i]), PROFILE_LIST_COMBO, bModified);
 }
 
 static void LoadPages(PSHEETSTATE pSheet)
@@ -38,54 +45,14 @@ static void LoadPages(PSHEETSTATE pSheet)
             g_PageDescs[i].Load(pSheet->hwndPages[i], pSheet);
 }
 
-void CollectPages(PSHEETSTATE pSheet)
+static void CollectPages(PSHEETSTATE pSheet)
 {
     for (int i = 0; i < PAGE_COUNT; i++)
         if (PageExists(pSheet, i) && g_PageDescs[i].Collect)
             g_PageDescs[i].Collect(pSheet->hwndPages[i], pSheet);
 }
 
-/* The current profile is matched with case here, unlike in the store: a
- * current name that differs from its key only in case selects no entry. */
-WORD FillProfileList(HWND hwndList, int nListMode, BOOL bModified)
-{
-    BOOL bCombo = nListMode == PAGE_FRAMEWORK_LIST_COMBO;
-    UINT uAdd = bCombo ? CB_ADDSTRING : LB_ADDSTRING;
-    UINT uSelect = bCombo ? CB_SETCURSEL : LB_SETCURSEL;
-    WCHAR szCurrent[PROFILE_NAME_CHARS];
-    ReadCurrentProfileName(szCurrent);
-
-    SendMessageW(hwndList, bCombo ? CB_RESETCONTENT : LB_RESETCONTENT, 0, 0);
-    if (bCombo) {
-        SendMessageW(hwndList, uAdd, 0, (LPARAM)(bModified && !szCurrent[0]
-                                                  ? DEFAULT_PROFILE_ENTRY MODIFIED_MARK : DEFAULT_PROFILE_ENTRY));
-        SendMessageW(hwndList, uSelect, 0, 0);
-    }
-    HKEY hKey;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, PROFILE_KEY, 0, KEY_READ, &hKey) != ERROR_SUCCESS)
-        return 0;
-
-    WORD nNames = 0;
-    WCHAR szName[PROFILE_NAME_CHARS + 1];
-    for (DWORD i = 0;; i++) {
-        DWORD cch = PROFILE_NAME_CHARS;
-        if (RegEnumKeyExW(hKey, i, szName, &cch, NULL, NULL, NULL, NULL) != ERROR_SUCCESS)
-            break;
-        nNames++;
-        /* Character for character: lstrcmpW is linguistic and would also take
-         * "Case A" for a key spelt with a soft hyphen inside it. */
-        BOOL bCurrent = wcscmp(szName, szCurrent) == 0;
-        if (bCurrent && bModified && bCombo)
-            lstrcatW(szName, MODIFIED_MARK);
-        LRESULT index = SendMessageW(hwndList, uAdd, 0, (LPARAM)szName);
-        if (bCurrent)
-            SendMessageW(hwndList, uSelect, index, 0);
-    }
-    RegCloseKey(hKey);
-    return nNames;
-}
-
-void ApplyProfile(LPCWSTR pszName, PSHEETSTATE pSheet, HWND hPage)
+static void ApplyProfile(LPCWSTR pszName, PSHEETSTATE pSheet, HWND hPage)
 {
     (void)hPage;
     WCHAR szDevice[CCHDEVICENAME];
@@ -113,7 +80,7 @@ void ApplyProfile(LPCWSTR pszName, PSHEETSTATE pSheet, HWND hPage)
     LoadPages(pSheet);
 }
 
-LONG ApplySelectedProfile(PSHEETSTATE pSheet, HWND hPage)
+static LONG ApplySelectedProfile(PSHEETSTATE pSheet, HWND hPage)
 {
     HWND hCombo = ProfileCombo(hPage);
     LRESULT sel = SendMessageW(hCombo, CB_GETCURSEL, 0, 0);
@@ -123,7 +90,7 @@ LONG ApplySelectedProfile(PSHEETSTATE pSheet, HWND hPage)
     if (sel > 0 && SendMessageW(hCombo, CB_GETLBTEXTLEN, sel, 0) < (LRESULT)ARRAY_COUNT(szName)) {
         SendMessageW(hCombo, CB_GETLBTEXT, sel, (LPARAM)szName);
         int cch = lstrlenW(szName);
-        if (cch && szName[cch - 1] == L'*')
+        if (cch && szName[cch - 1] == MODIFIED_MARK[0])
             szName[cch - 1] = 0;
     }
     pSheet->bTrackChanges = FALSE;
@@ -134,7 +101,7 @@ LONG ApplySelectedProfile(PSHEETSTATE pSheet, HWND hPage)
     return 1;
 }
 
-void RestoreCurrentProfile(PSHEETSTATE pSheet, HWND hPage)
+static void RestoreCurrentProfile(PSHEETSTATE pSheet, HWND hPage)
 {
     WCHAR szName[PROFILE_NAME_CHARS];
     ReadCurrentProfileName(szName);
@@ -142,7 +109,7 @@ void RestoreCurrentProfile(PSHEETSTATE pSheet, HWND hPage)
     NotifySheetChanged(hPage, pSheet);
 }
 
-void MarkPagesModified(PSHEETSTATE pSheet)
+static void MarkPagesModified(PSHEETSTATE pSheet)
 {
     RefillProfileCombos(pSheet, TRUE);
     pSheet->bProfiled = FALSE;
@@ -158,6 +125,29 @@ LRESULT NotifySheetChanged(HWND hPage, PSHEETSTATE pSheet)
     return SendMessageW(GetParent(hPage), PSM_CHANGED, (WPARAM)hPage, 0);
 }
 
+/* The save-profile-as command: the dialog stores what the pages show, and
+ * the profile it saved is then the one every combo selects, unmarked. */
+static BOOL SaveProfileAs(PSHEETSTATE pSheet, HWND hPage)
+{
+    CollectPages(pSheet);
+    if (!RunSaveProfileDialog(pSheet, hPage))
+        return FALSE;
+    pSheet->bProfiled = TRUE;
+    RefillProfileCombos(pSheet, FALSE);
+    return TRUE;
+}
+
+/* The manager changes the store at once and may delete or rename the current
+ * profile, so the pages reload whatever is current when it closes: settings
+ * not saved to a profile are replaced. */
+static LONG OpenProfileManager(PSHEETSTATE pSheet, HWND hPage)
+{
+    CollectPages(pSheet);
+    RunProfileManager(pSheet, hPage);
+    RefillProfileCombos(pSheet, FALSE);
+    return ApplySelectedProfile(pSheet, hPage);
+}
+
 static void MakePrinterDefault(PSHEETSTATE pSheet)
 {
     PRINTER_INFO_2W *pInfo = (PRINTER_INFO_2W *)GetPrinterInfo(pSheet->hPrinter, 2);
@@ -170,10 +160,10 @@ static void MakePrinterDefault(PSHEETSTATE pSheet)
 
 /* The sheet sends its apply notification to every page that exists; the
  * work is done for the first of them only. */
-void ApplySheetChanges(HWND hPage, PSHEETSTATE pSheet)
+static void ApplySheetChanges(HWND hPage, PSHEETSTATE pSheet)
 {
     int c = pSheet->nApplyCalls;
-    pSheet->nApplyCalls = (c + 1) % 3;
+    pSheet->nApplyCalls = (c + 1) % PAGE_COUNT;
     if (pSheet->bApplied || c != 0)
         return;
     CollectPages(pSheet);
@@ -190,17 +180,9 @@ void ApplySheetChanges(HWND hPage, PSHEETSTATE pSheet)
     MakePrinterDefault(pSheet);
 }
 
-HWND CreatePageToolTips(HWND hPage, PSHEETSTATE pSheet, const int *pIds, int count)
+/* Each tip's text is the string resource numbered as its control. */
+static void AddToolTips(HWND hwndTips, HWND hPage, const int *pIds, int count)
 {
-    (void)pSheet;
-    HWND hwndTips = CreateWindowExW(0, TOOLTIPS_CLASSW, NULL, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
-                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                                    hPage, NULL, g_hModule, NULL);
-    if (!hwndTips)
-        return NULL;
-    SetWindowPos(hwndTips, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    SendMessageW(hwndTips, TTM_SETMAXTIPWIDTH, 0, TIP_WIDTH);
-    SendMessageW(hwndTips, TTM_ACTIVATE, TRUE, 0);
     for (int i = 0; i < count; i++) {
         HWND hControl = GetDlgItem(hPage, pIds[i]);
         if (!hControl)
@@ -214,21 +196,46 @@ HWND CreatePageToolTips(HWND hPage, PSHEETSTATE pSheet, const int *pIds, int cou
         ti.lpszText = MAKEINTRESOURCEW(pIds[i]);
         SendMessageW(hwndTips, TTM_ADDTOOLW, 0, (LPARAM)&ti);
     }
+}
+
+HWND CreatePageToolTips(HWND hPage, PSHEETSTATE pSheet, const int *pIds, int count)
+{
+    (void)pSheet;
+    HWND hwndTips = CreateWindowExW(0, TOOLTIPS_CLASSW, NULL, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                                    hPage, NULL, g_hModule, NULL);
+    if (!hwndTips)
+        return NULL;
+    SetWindowPos(hwndTips, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    SendMessageW(hwndTips, TTM_SETMAXTIPWIDTH, 0, TIP_WIDTH);
+    SendMessageW(hwndTips, TTM_ACTIVATE, TRUE, 0);
+    AddToolTips(hwndTips, hPage, pIds, count);
     return hwndTips;
+}
+
+static void AttachEach(HWND hPage, const int *pIds, int count, void (*Attach)(HWND hDlg, int id))
+{
+    for (int i = 0; i < count; i++)
+        Attach(hPage, pIds[i]);
 }
 
 static void AttachPageControls(const PAGEDESC *pDesc, HWND hPage)
 {
-    for (int i = 0; i < pDesc->nPushButtons; i++)
-        AttachPushButton(hPage, pDesc->pPushButtons[i]);
-    for (int i = 0; i < pDesc->nRadios; i++)
-        AttachRadioButton(hPage, pDesc->pRadios[i]);
-    for (int i = 0; i < pDesc->nCheckBoxes; i++)
-        AttachCheckBox(hPage, pDesc->pCheckBoxes[i]);
+    AttachEach(hPage, g_ProfileRowButtons, ARRAY_COUNT(g_ProfileRowButtons), AttachPushButton);
+    AttachEach(hPage, pDesc->pushButtons.pIds, pDesc->pushButtons.count, AttachPushButton);
+    AttachEach(hPage, pDesc->radios.pIds, pDesc->radios.count, AttachRadioButton);
+    AttachEach(hPage, pDesc->checkBoxes.pIds, pDesc->checkBoxes.count, AttachCheckBox);
     if (pDesc->idPreview)
         AttachPagePreview(hPage, pDesc->idPreview);
-    for (int i = 0; i < pDesc->nGroupBoxes; i++)
-        AttachGroupBox(hPage, pDesc->pGroupBoxes[i]);
+    AttachEach(hPage, pDesc->groupBoxes.pIds, pDesc->groupBoxes.count, AttachGroupBox);
+}
+
+static HWND CreateRowAndPageToolTips(const PAGEDESC *pDesc, HWND hPage, PSHEETSTATE pSheet)
+{
+    HWND hwndTips = CreatePageToolTips(hPage, pSheet, g_ProfileRowTips, ARRAY_COUNT(g_ProfileRowTips));
+    if (hwndTips)
+        AddToolTips(hwndTips, hPage, pDesc->toolTips.pIds, pDesc->toolTips.count);
+    return hwndTips;
 }
 
 /* Creation cancels the change reports its own Load raises, and only those:
@@ -245,8 +252,8 @@ static void InitPage(const PAGEDESC *pDesc, HWND hPage, PSHEETSTATE pSheet)
     AttachPageControls(pDesc, hPage);
     if (pDesc->Init)
         pDesc->Init(hPage, pSheet);
-    pSheet->hwndToolTips[pDesc->iPage] = CreatePageToolTips(hPage, pSheet, pDesc->pToolTips, pDesc->nToolTips);
-    FillProfileList(ProfileCombo(hPage), PAGE_FRAMEWORK_LIST_COMBO, !pSheet->bProfiled);
+    pSheet->hwndToolTips[pDesc->iPage] = CreateRowAndPageToolTips(pDesc, hPage, pSheet);
+    FillProfileList(ProfileCombo(hPage), PROFILE_LIST_COMBO, !pSheet->bProfiled);
     if (pDesc->Load)
         pDesc->Load(hPage, pSheet);
     if (pSheet->bProfiled)
@@ -276,9 +283,6 @@ static BOOL OnProfileRowCommand(const PAGEDESC *pDesc, HWND hPage, PSHEETSTATE p
         return TRUE;
     case IDC_HELP_BUTTON:
         ShowHelpTopic(hPage, pDesc->nHelpTopic);
-        return TRUE;
-    case IDC_ABOUT:
-        DialogBoxParamW(g_hModule, MAKEINTRESOURCEW(IDD_ABOUT_BOX), hPage, AboutDlgProc, 0);
         return TRUE;
     }
     return FALSE;

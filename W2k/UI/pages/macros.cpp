@@ -25,7 +25,7 @@ static const struct { LPCWSTR pszName; MacroValue value; LPCWSTR pszText; } g_Ma
 };
 static_assert(ARRAY_COUNT(g_Macros) == IDM_MACRO_LAST - IDM_MACRO_FIRST + 1, "one menu item per macro");
 
-static const LPCWSTR g_Extensions[] = { L"bmp", L"gif", L"jpg", L"tif", L"pcx", L"dcx" };
+static const LPCWSTR g_Extensions[FORMAT_COUNT] = { L"bmp", L"gif", L"jpg", L"tif", L"pcx", L"dcx" };
 
 LPCWSTR FormatExtension(int iOutputFormat)
 {

@@ -7,25 +7,31 @@
 
 #include "../sheet.h"
 
-#define PAGE_FRAMEWORK_LIST_COMBO  0
-#define PAGE_FRAMEWORK_LIST_BOX    1
+/* Control ids of one page, with their count. */
+typedef struct _IDLIST {
+    const int *pIds;
+    int count;
+} IDLIST;
 
-enum HelpTopic { HELP_PAGE_SETUP, HELP_FORMAT, HELP_OUTPUT, HELP_PROFILE_ADD, HELP_PROFILE_EDIT };
+#define ID_LIST(a) { a, (int)ARRAY_COUNT(a) }
 
-/* What tells the three pages apart; the lifecycle is the framework's. */
+/* What tells the three pages apart.  The lifecycle and the profile row at
+ * the top of every page are the framework's: a page lists only its own
+ * controls, and an empty list, a zero id or a null operation means that the
+ * page has none. */
 typedef struct _PAGEDESC {
-    int iPage;
-    int nHelpTopic;
+    int iPage;                          /* PAGE_SETUP, PAGE_FORMAT or PAGE_OUTPUT */
+    int nHelpTopic;                     /* for Help and F1 */
     BOOL bResetsProfiled;               /* the first page starts from the profile */
-    const int *pPushButtons; int nPushButtons;
-    const int *pCheckBoxes;  int nCheckBoxes;
-    const int *pRadios;      int nRadios;
-    const int *pGroupBoxes;  int nGroupBoxes;
-    int idPreview;                      /* 0: none */
-    const int *pToolTips;    int nToolTips;
-    void (*Init)(HWND hPage, PSHEETSTATE pSheet);       /* the page's own creation; null: none */
-    void (*Load)(HWND hPage, PSHEETSTATE pSheet);
-    void (*Collect)(HWND hPage, PSHEETSTATE pSheet);
+    IDLIST pushButtons;                 /* handed to the custom-drawn controls */
+    IDLIST checkBoxes;
+    IDLIST radios;
+    IDLIST groupBoxes;
+    int idPreview;                      /* the paper preview's static control */
+    IDLIST toolTips;                    /* after the profile row's, in this order */
+    void (*Init)(HWND hPage, PSHEETSTATE pSheet);       /* the page's own creation */
+    void (*Load)(HWND hPage, PSHEETSTATE pSheet);       /* working record into controls */
+    void (*Collect)(HWND hPage, PSHEETSTATE pSheet);    /* controls into working record */
     void (*Command)(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
     void (*Shown)(HWND hPage, PSHEETSTATE pSheet);      /* WM_SHOWWINDOW showing the page */
     void (*Destroyed)(HWND hPage);      /* WM_DESTROY: what the page owns beyond its windows */
@@ -33,25 +39,10 @@ typedef struct _PAGEDESC {
 
 extern const PAGEDESC g_PageDescs[PAGE_COUNT];
 
-INT_PTR CALLBACK PageSetupDlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
-INT_PTR CALLBACK FormatPageDlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
-INT_PTR CALLBACK OutputPageDlgProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
-
-/* framework.cpp */
-WORD FillProfileList(HWND hwndList, int nListMode, BOOL bModified);
-void RefillProfileCombos(PSHEETSTATE pSheet, BOOL bModified);
-void ApplyProfile(LPCWSTR pszName, PSHEETSTATE pSheet, HWND hPage);
-LONG ApplySelectedProfile(PSHEETSTATE pSheet, HWND hPage);
-void RestoreCurrentProfile(PSHEETSTATE pSheet, HWND hPage);
-void CollectPages(PSHEETSTATE pSheet);
-void MarkPagesModified(PSHEETSTATE pSheet);
+/* framework.cpp: a page reports every change of its settings here. */
 LRESULT NotifySheetChanged(HWND hPage, PSHEETSTATE pSheet);
-void ApplySheetChanges(HWND hPage, PSHEETSTATE pSheet);
 HWND CreatePageToolTips(HWND hPage, PSHEETSTATE pSheet, const int *pIds, int count);
 INT_PTR PageDialogProc(const PAGEDESC *pDesc, HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
-
-/* help.cpp */
-BOOL ShowHelpTopic(HWND hwnd, int nTopic);
 
 /* pagesetup.cpp */
 void InitPageSetup(HWND hPage, PSHEETSTATE pSheet);
@@ -88,12 +79,5 @@ int  ConvertLength(int value, int fromUnit, int toUnit, int resolution);
 void ClampCustomLength(const SHEETSTATE *pSheet, INT *pValue);
 void FormatLength(int value, int unit, WCHAR *pszText, int cch);
 int  ParseLength(LPCWSTR pszText, int unit, BOOL *pOk);
-
-/* ../profiles/manager.cpp */
-LONG OpenProfileManager(PSHEETSTATE pSheet, HWND hPage);
-
-/* ../profiles/saveas.cpp */
-BOOL SaveProfileAs(PSHEETSTATE pSheet, HWND hPage);
-void TrimBlanks(WCHAR *pszName);
 
 #endif

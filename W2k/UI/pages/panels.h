@@ -7,8 +7,6 @@
 
 #include "pages.h"
 
-#define FORMAT_COUNT 6
-
 typedef struct _PANELDESC {
     DLGPROC pfnProc;
     void (*Show)(HWND hPanel, PSHEETSTATE pSheet);      /* the full Show */

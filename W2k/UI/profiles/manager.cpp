@@ -3,8 +3,7 @@
  * stored profiles.  Every change goes to the store at once; OK and Cancel
  * only close the dialog.
  */
-#include "profiles.h"
-#include "../pages/pages.h"
+#include "dialogs.h"
 #include "../skin/skin.h"
 #include "../res/resource.h"
 #include <commdlg.h>
@@ -30,7 +29,7 @@ static HWND List(HWND hDlg)
 
 static int RefillList(HWND hDlg)
 {
-    FillProfileList(List(hDlg), PAGE_FRAMEWORK_LIST_BOX, FALSE);
+    FillProfileList(List(hDlg), PROFILE_LIST_BOX, FALSE);
     return (int)SendMessageW(List(hDlg), LB_GETCOUNT, 0, 0);
 }
 
@@ -268,10 +267,8 @@ static INT_PTR CALLBACK ProfileManagerDlgProc(HWND hDlg, UINT msg, WPARAM wParam
     return FALSE;
 }
 
-LONG OpenProfileManager(PSHEETSTATE pSheet, HWND hPage)
+/* Its result says nothing: every change is in the store already. */
+void RunProfileManager(PSHEETSTATE pSheet, HWND hOwner)
 {
-    CollectPages(pSheet);
-    DialogBoxParamW(g_hModule, MAKEINTRESOURCEW(IDD_PROFILE_MANAGER), hPage, ProfileManagerDlgProc, (LPARAM)pSheet);
-    RefillProfileCombos(pSheet, FALSE);
-    return ApplySelectedProfile(pSheet, hPage);
+    DialogBoxParamW(g_hModule, MAKEINTRESOURCEW(IDD_PROFILE_MANAGER), hOwner, ProfileManagerDlgProc, (LPARAM)pSheet);
 }

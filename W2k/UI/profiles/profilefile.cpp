@@ -1,21 +1,8 @@
 /*
- * Profile files: one profile as a fixed 3748-byte image, so that it can move
- * between machines.  Little-endian, no checksum; the record inside carries
- * its own signature and version.
+ * Profile files: one stored profile written out whole, so that it can move
+ * between machines, and read back only when every check passes.
  */
 #include "profiles.h"
-
-typedef struct _PROFILEFILE {
-    char  magic[4];                         /* "QLRP" */
-    DWORD dwVersion;                        /* 0x100 */
-    WCHAR szName[PROFILE_NAME_CHARS];       /* ends with a NUL inside the field */
-    QLRDEVMODE settings;                    /* as the profile store keeps it */
-} PROFILEFILE;
-
-static_assert(sizeof(PROFILEFILE) == 3748, "a profile file is 3748 bytes");
-static_assert(offsetof(PROFILEFILE, dwVersion) == 4, "version at 4");
-static_assert(offsetof(PROFILEFILE, szName) == 8, "name at 8");
-static_assert(offsetof(PROFILEFILE, settings) == 264, "settings at 264");
 
 BOOL ExportProfileFile(LPCWSTR pszName, LPCWSTR pszPath)
 {

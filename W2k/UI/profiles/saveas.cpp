@@ -2,8 +2,7 @@
  * "Save profile as": the working settings saved under a name the user types,
  * with a comment that travels inside the saved record.
  */
-#include "profiles.h"
-#include "../pages/pages.h"
+#include "dialogs.h"
 #include "../skin/skin.h"
 #include "../res/resource.h"
 
@@ -102,13 +101,8 @@ static INT_PTR CALLBACK SaveProfileDlgProc(HWND hDlg, UINT msg, WPARAM wParam, L
     return FALSE;
 }
 
-BOOL SaveProfileAs(PSHEETSTATE pSheet, HWND hPage)
+BOOL RunSaveProfileDialog(PSHEETSTATE pSheet, HWND hOwner)
 {
-    CollectPages(pSheet);
-    if (DialogBoxParamW(g_hModule, MAKEINTRESOURCEW(IDD_SAVE_PROFILE), hPage, SaveProfileDlgProc,
-                        (LPARAM)pSheet) != IDOK)
-        return FALSE;
-    pSheet->bProfiled = TRUE;
-    RefillProfileCombos(pSheet, FALSE);
-    return TRUE;
+    return DialogBoxParamW(g_hModule, MAKEINTRESOURCEW(IDD_SAVE_PROFILE), hOwner, SaveProfileDlgProc,
+                           (LPARAM)pSheet) == IDOK;
 }

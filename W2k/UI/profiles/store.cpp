@@ -41,23 +41,26 @@ void ReadCurrentProfileName(WCHAR szName[PROFILE_NAME_CHARS])
  * current name is stored as the profile's own key spells it: a profile saved
  * or deployed as "case a" over "Case A" stays the one the pages select, and
  * OK keeps the user's settings instead of falling back to the defaults. */
+typedef struct _SPELLING {
+    LPCWSTR pszName;
+    WCHAR *pszStored;
+} SPELLING;
+
+static BOOL TakeSpellingOfKey(LPCWSTR pszKey, void *pContext)
+{
+    SPELLING *pSpelling = (SPELLING *)pContext;
+    if (!EqualNoCase(pszKey, pSpelling->pszName))
+        return TRUE;
+    lstrcpyW(pSpelling->pszStored, pszKey);
+    return FALSE;
+}
+
 static void StoredSpelling(LPCWSTR pszName, WCHAR szStored[PROFILE_NAME_CHARS])
 {
     CopyBounded(szStored, pszName, PROFILE_NAME_CHARS);
-    HKEY hKey;
-    if (!pszName[0] || RegOpenKeyExW(HKEY_CURRENT_USER, PROFILE_KEY, 0, KEY_READ, &hKey) != ERROR_SUCCESS)
-        return;
-    WCHAR szKey[PROFILE_NAME_CHARS];
-    for (DWORD i = 0;; i++) {
-        DWORD cch = PROFILE_NAME_CHARS;
-        if (RegEnumKeyExW(hKey, i, szKey, &cch, NULL, NULL, NULL, NULL) != ERROR_SUCCESS)
-            break;
-        if (EqualNoCase(szKey, pszName)) {
-            lstrcpyW(szStored, szKey);
-            break;
-        }
-    }
-    RegCloseKey(hKey);
+    SPELLING spelling = { pszName, szStored };
+    if (pszName[0])
+        EnumProfileNames(TakeSpellingOfKey, &spelling);
 }
 
 BOOL WriteCurrentProfileName(LPCWSTR pszName)
@@ -116,6 +119,27 @@ BOOL WriteProfile(LPCWSTR pszName, PQLRDEVMODE pdm)
     }
     RegCloseKey(hProfiles);
     return rc == ERROR_SUCCESS;
+}
+
+/* By index from 0, stopping at the first index the registry refuses: a key
+ * name too long for a profile name ends the walk, as it always has. */
+WORD EnumProfileNames(PROFILENAMEPROC pfnProc, void *pContext)
+{
+    HKEY hKey;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, PROFILE_KEY, 0, KEY_READ, &hKey) != ERROR_SUCCESS)
+        return 0;
+    WORD nNames = 0;
+    WCHAR szName[PROFILE_NAME_CHARS];
+    for (DWORD i = 0;; i++) {
+        DWORD cch = PROFILE_NAME_CHARS;
+        if (RegEnumKeyExW(hKey, i, szName, &cch, NULL, NULL, NULL, NULL) != ERROR_SUCCESS)
+            break;
+        nNames++;
+        if (!pfnProc(szName, pContext))
+            break;
+    }
+    RegCloseKey(hKey);
+    return nNames;
 }
 
 static BOOL IsCurrentProfile(LPCWSTR pszName)

@@ -29,7 +29,7 @@
 
 #define IDM_MACROS              140
 #define IDM_MACRO_FIRST         40001   /* + the macro's row in the macro table */
-#define IDM_MACRO_LAST          40011
+#define IDM_MACRO_LAST          (IDM_MACRO_FIRST + 10)
 
 /* The profile row every page carries. */
 #define IDC_PROFILE_COMBO       1001

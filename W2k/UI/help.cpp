@@ -1,8 +1,8 @@
 /*
- * Help: the product's help file beside this module, opened at a page's topic
- * through the HTML help control's wide entry point (export 15).
+ * Help: the product's help file beside this module, opened at a page's or a
+ * profile dialog's topic through the HTML help control's wide entry point (export 15).
  */
-#include "pages.h"
+#include "sheet.h"
 
 typedef HWND (WINAPI *PFN_HTMLHELPW)(HWND, LPCWSTR, UINT, DWORD_PTR);
 
