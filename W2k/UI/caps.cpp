@@ -72,8 +72,8 @@ static DWORD WritePaperSizes(POINT *pOut, const QLRDEVMODE *pWork)
     if (pOut) {
         for (int i = 0; i < PAPER_COUNT; i++) {
             const PAPERROW *pRow = &g_Papers[i];
-            int scaleNum = pRow->iUnit == PAPER_THOU ? 254 : 10;
-            int scaleDen = pRow->iUnit == PAPER_THOU ? 1000 : 1;
+            int scaleNum = pRow->iUnit == PAPER_THOU ? TENTHS_MM_PER_INCH : 10;
+            int scaleDen = pRow->iUnit == PAPER_THOU ? THOU_PER_INCH : 1;
             pOut[i].x = pRow->iWidth * scaleNum / scaleDen;
             pOut[i].y = pRow->iHeight * scaleNum / scaleDen;
         }

@@ -54,6 +54,7 @@ LONG DirectDocumentProperties(PDOCUMENTPROPERTYHEADER pHeader)
     if (!pHeader || pHeader->cbSize < sizeof(DOCUMENTPROPERTYHEADER))
         return -1;
     DWORD fMode = pHeader->fMode;
+    /* This trace's wording is fixed: keep it as it stands, do not tidy it. */
     Trace(L"Reason_0: %d of {%d, %d}", (int)fMode, DM_IN_BUFFER, DM_OUT_BUFFER);
     if (!fMode || !pHeader->pdmOut) {
         pHeader->cbOut = QLR_RECORD_SIZE;
@@ -66,6 +67,7 @@ LONG DirectDocumentProperties(PDOCUMENTPROPERTYHEADER pHeader)
     }
     if (!(fMode & (DM_UPDATE | DM_COPY)) || (fMode & DM_NOPERMISSION))
         return -1;
+    /* This trace's wording is fixed: keep it as it stands, do not tidy it. */
     Trace(L"Reason: %d of {%d, %d}", (int)fMode, DM_IN_BUFFER, DM_OUT_BUFFER);
 
     /* One block for the snapshot and the working record. */

@@ -69,6 +69,7 @@ static LONG GetInfoHeader(PPROPSHEETUI_INFO pPSUIInfo, PPROPSHEETUI_INFO_HEADER 
 static LONG SetSheetResult(PPROPSHEETUI_INFO pPSUIInfo, PSETRESULT_INFO pResult)
 {
     PSHEETSTATE pSheet = (PSHEETSTATE)pPSUIInfo->UserData;
+    /* This trace's wording is fixed: keep it as it stands, do not tidy it. */
     Trace(L"pPI: %d", (int)(INT_PTR)pSheet);
     if (!pSheet || !pResult)
         return -1;

@@ -141,6 +141,7 @@ extern "C" int WINAPI DrvDocumentEvent(HANDLE hPrinter, HDC hdc, int iEsc, ULONG
     case DOCUMENTEVENT_CREATEDCPRE:
         return OnCreateDcPre();
     case DOCUMENTEVENT_CREATEDCPOST:
+        /* This trace's wording is fixed: keep it as it stands, do not tidy it. */
         Trace(L"WND: %.8lx; DC: %.8lx\n", (DWORD)(DWORD_PTR)g_hJobWindow, (DWORD)(DWORD_PTR)hdc);
         if (g_hJobWindow)
             SetPropW(g_hJobWindow, JOB_DC_PROPERTY, (HANDLE)hdc);

@@ -187,13 +187,17 @@ void BuildWorkingRecord(HANDLE hPrinter, const DEVMODEW *pdmCaller, PQLRDEVMODE 
      * placeholder "A4" as its device name; it carries the product name like
      * every other record this module hands out. */
     SetProductName(&pWork->dmPublic);
+    /* This trace's wording is fixed: keep it as it stands, do not tidy it. */
     Trace(L"After SetDefDM m_bProfiled = %d", pWork->m_bProfiled);
 
     MergePrinterRecord(hPrinter, pWork);
+    /* This trace's wording is fixed: keep it as it stands, do not tidy it. */
     Trace(L"Before merging with DMIn m_bProfiled = %d", pWork->m_bProfiled);
 
     if (pdmCaller)
         MergeRecord(pdmCaller, pWork);
+    /* This trace's wording is fixed: keep it as it stands, do not tidy it. */
     Trace(L"After merging with DMIn m_bProfiled = %d", pWork->m_bProfiled);
+    /* This trace's wording is fixed: keep it as it stands, do not tidy it. */
     Trace(L"CHECK SIZE2: %d", pWork->dmPublic.dmSize + pWork->dmPublic.dmDriverExtra);
 }

@@ -93,7 +93,7 @@ void ComputePaperSize(const QLRDEVMODE *pdm, INT *piWidth, INT *piHeight)
         *piWidth = pRow->iWidth * 10;
         *piHeight = pRow->iHeight * 10;
     } else {
-        *piWidth = MulDiv(pRow->iWidth, 254, 1000);
-        *piHeight = MulDiv(pRow->iHeight, 254, 1000);
+        *piWidth = MulDiv(pRow->iWidth, TENTHS_MM_PER_INCH, THOU_PER_INCH);
+        *piHeight = MulDiv(pRow->iHeight, TENTHS_MM_PER_INCH, THOU_PER_INCH);
     }
 }

@@ -17,15 +17,15 @@ static const QLRDEVMODE g_DefaultRecord = {
         QLR_SPEC_VERSION, QLR_DRIVER_VERSION, QLR_PUBLIC_SIZE, QLR_PRIVATE_SIZE,
         DEFAULT_FIELDS,
         {{ DMORIENT_PORTRAIT, DMPAPER_A4, 2970, 2100,
-           100, 1, 0, 200 }},                   /* scale, copies, source, quality */
-        DMCOLOR_COLOR, DMDUP_SIMPLEX, 200, DMTT_BITMAP, DMCOLLATE_FALSE,
+           100, 1, 0, QLR_DEFAULT_RESOLUTION }},    /* scale, copies, source, quality */
+        DMCOLOR_COLOR, DMDUP_SIMPLEX, QLR_DEFAULT_RESOLUTION, DMTT_BITMAP, DMCOLLATE_FALSE,
         L"A4",                                  /* dmFormName */
         0,                                      /* dmLogPixels */
         24, 2100, 2970,                         /* bits per pel, pels width/height */
         {0}, 0, 0, 0, 0, 0, 0, 0, 0, 0
     },
     QLR_SIGNATURE, QLR_PRIV_VERSION,
-    PAPER_DEFAULT_ROW, 0, 200,                  /* iPaper, iOrientation, iResolution */
+    PAPER_DEFAULT_ROW, 0, QLR_DEFAULT_RESOLUTION,   /* iPaper, iOrientation, iResolution */
     FALSE, FALSE,                               /* bCropEdges, bCustomPaper */
     2100, 2970, UNIT_TENTHMM,                   /* A4 as a custom size */
     FORMAT_JPEG,
@@ -78,8 +78,8 @@ void SetProductName(DEVMODEW *pdm)
 void SetDefDM(LPCWSTR pszDeviceName, PQLRDEVMODE pdm)
 {
     CopyMemory(pdm, &g_DefaultRecord, sizeof(*pdm));
-    pdm->dmPublic.dmYResolution = 200;
-    pdm->dmPublic.dmPrintQuality = 200;
+    pdm->dmPublic.dmYResolution = QLR_DEFAULT_RESOLUTION;
+    pdm->dmPublic.dmPrintQuality = QLR_DEFAULT_RESOLUTION;
     if (pszDeviceName)
         CopyBounded(pdm->dmPublic.dmDeviceName, pszDeviceName, CCHDEVICENAME);
     pdm->dmPublic.dmDeviceName[CCHDEVICENAME - 1] = 0;
@@ -88,23 +88,23 @@ void SetDefDM(LPCWSTR pszDeviceName, PQLRDEVMODE pdm)
 static int UnitsPerInch(int iUnit, int iResolution)
 {
     switch (iUnit) {
-    case UNIT_THOU:  return 1000;
-    case UNIT_POINT: return 72;
+    case UNIT_THOU:  return THOU_PER_INCH;
+    case UNIT_POINT: return POINTS_PER_INCH;
     /* A pixel size needs a resolution; a record damaged to 0 or less would
      * divide by zero, so it counts at the lowest resolution a record allows. */
     case UNIT_PIXEL: return iResolution > 0 ? iResolution : QLR_MIN_RESOLUTION;
-    default:         return 254;   /* tenths of a millimetre, also for unknown units */
+    default:         return TENTHS_MM_PER_INCH;   /* tenths of a millimetre, also for unknown units */
     }
 }
 
 int CustomToTenthsMm(int iValue, int iUnit, int iResolution)
 {
     int upi = UnitsPerInch(iUnit, iResolution);
-    return upi == 254 ? iValue : MulDiv(iValue, 254, upi);
+    return upi == TENTHS_MM_PER_INCH ? iValue : MulDiv(iValue, TENTHS_MM_PER_INCH, upi);
 }
 
 int TenthsMmToCustom(int iValue, int iUnit, int iResolution)
 {
     int upi = UnitsPerInch(iUnit, iResolution);
-    return upi == 254 ? iValue : MulDiv(iValue, upi, 254);
+    return upi == TENTHS_MM_PER_INCH ? iValue : MulDiv(iValue, upi, TENTHS_MM_PER_INCH);
 }

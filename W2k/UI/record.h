@@ -35,6 +35,7 @@
 
 #define QLR_MIN_RESOLUTION    50
 #define QLR_MAX_RESOLUTION    2400
+#define QLR_DEFAULT_RESOLUTION 200
 #define QLR_MIN_PAPER_EXTENT  100       /* tenths of a millimetre */
 #define QLR_MAX_PAPER_EXTENT  15240
 
@@ -47,6 +48,11 @@ enum CustomUnit {
     UNIT_POINT  = 2,     /* 1/72 inch */
     UNIT_PIXEL  = 3      /* pixel at iResolution */
 };
+
+/* Steps per inch of the units that need no resolution. */
+#define THOU_PER_INCH       1000
+#define TENTHS_MM_PER_INCH  254
+#define POINTS_PER_INCH     72
 
 enum OutputFormat {
     FORMAT_BMP, FORMAT_GIF, FORMAT_JPEG, FORMAT_TIFF, FORMAT_PCX, FORMAT_DCX, FORMAT_COUNT

@@ -9,7 +9,7 @@
 
 static int StepsPerInch(int unit, int resolution)
 {
-    static const int steps[] = { 1000, 254, 72 };
+    static const int steps[] = { THOU_PER_INCH, TENTHS_MM_PER_INCH, POINTS_PER_INCH };
     return unit == UNIT_PIXEL ? resolution : steps[unit];
 }
 
@@ -32,10 +32,10 @@ void ClampCustomLength(const SHEETSTATE *pSheet, INT *pValue)
     int unit = pSheet->work.iCustomUnit, dpi = pSheet->work.iResolution;
     if (!IsUnit(unit))
         return;
-    int M = MulDiv(MAX_PIXELS, 1000, dpi);
+    int M = MulDiv(MAX_PIXELS, THOU_PER_INCH, dpi);
     static const int smallest[] = { 39, 10, 29 };
     UINT lo = unit == UNIT_PIXEL ? (UINT)dpi : (UINT)smallest[unit];
-    UINT hi = unit == UNIT_PIXEL ? MAX_PIXELS : (UINT)(unit == UNIT_THOU ? M : MulDiv(M, StepsPerInch(unit, dpi), 1000));
+    UINT hi = unit == UNIT_PIXEL ? MAX_PIXELS : (UINT)(unit == UNIT_THOU ? M : MulDiv(M, StepsPerInch(unit, dpi), THOU_PER_INCH));
     UINT v = (UINT)*pValue;
     if (v > hi)
         v = hi;
@@ -51,7 +51,7 @@ void FormatLength(int value, int unit, WCHAR *pszText, int cch)
 {
     WCHAR sz[32];
     if (unit == UNIT_THOU)
-        wsprintfW(sz, L"%d.%03d", value / 1000, value % 1000);
+        wsprintfW(sz, L"%d.%03d", value / THOU_PER_INCH, value % THOU_PER_INCH);
     else if (unit == UNIT_TENTHMM)
         wsprintfW(sz, L"%d.%d", value / 10, value % 10);
     else
@@ -91,7 +91,7 @@ int ParseLength(LPCWSTR pszText, int unit, BOOL *pOk)
     for (; digits < 4; digits++)
         fraction *= 10;
 
-    unsigned long long scale = unit == UNIT_THOU ? 1000 : unit == UNIT_TENTHMM ? 10 : 1;
+    unsigned long long scale = unit == UNIT_THOU ? THOU_PER_INCH : unit == UNIT_TENTHMM ? 10 : 1;
     unsigned long long value = whole > LIMIT ? LIMIT : whole * scale + fraction * scale / 10000;
     *pOk = TRUE;
     return (int)(UINT)(value > LIMIT ? LIMIT : value);

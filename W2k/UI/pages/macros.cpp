@@ -9,7 +9,7 @@
 
 enum MacroValue { M_TEXT, M_DATE, M_YEAR, M_MONTH, M_DAY, M_TIME, M_HOUR, M_MINUTE, M_SECOND, M_TYPE };
 
-/* In the order they are tried; the menu's item 40001 + k inserts row k. */
+/* In the order they are tried; the menu's item IDM_MACRO_FIRST + k inserts row k. */
 static const struct { LPCWSTR pszName; MacroValue value; LPCWSTR pszText; } g_Macros[] = {
     { L"DocName", M_TEXT, L"example_document_name" },
     { L"Page",    M_TEXT, L"01" },

@@ -77,8 +77,8 @@ static void ShowSizeLabel(HWND hPage, const PAPERROW *pRow)
 {
     WCHAR sz[128];
     if (pRow->iUnit == PAPER_THOU)
-        wsprintfW(sz, L"%ws (%d.%.3d x %d.%.3d дюйм)", pRow->szName, pRow->iWidth / 1000, pRow->iWidth % 1000,
-                  pRow->iHeight / 1000, pRow->iHeight % 1000);
+        wsprintfW(sz, L"%ws (%d.%.3d x %d.%.3d дюйм)", pRow->szName, pRow->iWidth / THOU_PER_INCH,
+                  pRow->iWidth % THOU_PER_INCH, pRow->iHeight / THOU_PER_INCH, pRow->iHeight % THOU_PER_INCH);
     else
         wsprintfW(sz, L"%ws (%d x %d мм)", pRow->szName, pRow->iWidth, pRow->iHeight);
     SetDlgItemTextW(hPage, IDC_SIZE_LABEL, sz);
@@ -174,7 +174,7 @@ static void OnResolutionTyped(HWND hPage, PSHEETSTATE pSheet)
 {
     BOOL bNumber = FALSE;
     UINT typed = GetDlgItemInt(hPage, IDC_RESOLUTION, &bNumber, FALSE);
-    int dpi = bNumber ? ClampInt((int)typed, QLR_MIN_RESOLUTION, QLR_MAX_RESOLUTION) : 200;
+    int dpi = bNumber ? ClampInt((int)typed, QLR_MIN_RESOLUTION, QLR_MAX_RESOLUTION) : QLR_DEFAULT_RESOLUTION;
     SetDlgItemInt(hPage, IDC_RESOLUTION, dpi, TRUE);
     pSheet->work.iResolution = dpi;
     ClampCustomSize(pSheet);

@@ -202,6 +202,8 @@ static void ReadGif(HWND hPanel, PSHEETSTATE pSheet)
 /* ---- JPEG ----------------------------------------------------------------- */
 
 #define QUALITY_FALLBACK 75
+#define QUALITY_MIN      1
+#define QUALITY_MAX      100
 
 static void ShowJpegDepth(HWND hPanel, PSHEETSTATE pSheet)
 {
@@ -254,7 +256,7 @@ static void JpegCommand(HWND hPanel, PSHEETSTATE pSheet, WORD id, WORD code)
 static void ReadJpeg(HWND hPanel, PSHEETSTATE pSheet)
 {
     PQLRDEVMODE pdm = &pSheet->work;
-    pdm->iJpegQuality = ReadNumber(hPanel, IDC_QUALITY, QUALITY_FALLBACK, 1, 100);
+    pdm->iJpegQuality = ReadNumber(hPanel, IDC_QUALITY, QUALITY_FALLBACK, QUALITY_MIN, QUALITY_MAX);
     ReadRadio(hPanel, g_JpegDepths, COUNT(g_JpegDepths), &pdm->iJpegBitsPerPixel);
     ReadRadio(hPanel, g_Subsampling, COUNT(g_Subsampling), &pdm->iJpegSubsampling);
     pdm->bJpegDither = Checked(hPanel, IDC_DITHER);
@@ -331,7 +333,7 @@ static void ReadTiff(HWND hPanel, PSHEETSTATE pSheet)
     PQLRDEVMODE pdm = &pSheet->work;
     ReadRadio(hPanel, g_TiffDepths, COUNT(g_TiffDepths), &pdm->iTiffBitsPerPixel);
     ReadRadio(hPanel, g_Compressions, COUNT(g_Compressions), &pdm->iTiffCompression);
-    pdm->iTiffQuality = ReadNumber(hPanel, IDC_QUALITY, QUALITY_FALLBACK, 1, 100);
+    pdm->iTiffQuality = ReadNumber(hPanel, IDC_QUALITY, QUALITY_FALLBACK, QUALITY_MIN, QUALITY_MAX);
     pdm->bTiffDither = Checked(hPanel, IDC_DITHER);
     pdm->bTiffMultiPage = Checked(hPanel, IDC_MULTIPAGE);
 }
@@ -424,7 +426,7 @@ static void InitJpeg(HWND hPanel)
     for (int id : g_GifChecks)
         AttachCheckBox(hPanel, id);
     AttachRadios(hPanel, g_Subsampling, COUNT(g_Subsampling));
-    SetSpin(hPanel, IDC_QUALITY_SPIN, 1, 100);
+    SetSpin(hPanel, IDC_QUALITY_SPIN, QUALITY_MIN, QUALITY_MAX);
 }
 
 static void InitTiff(HWND hPanel)
@@ -433,7 +435,7 @@ static void InitTiff(HWND hPanel)
     AttachCheckBox(hPanel, IDC_MULTIPAGE);
     AttachRadios(hPanel, g_TiffDepths, COUNT(g_TiffDepths));
     AttachRadios(hPanel, g_Compressions, COUNT(g_Compressions));
-    SetSpin(hPanel, IDC_QUALITY_SPIN, 1, 100);
+    SetSpin(hPanel, IDC_QUALITY_SPIN, QUALITY_MIN, QUALITY_MAX);
 }
 
 static void InitPcx(HWND hPanel)

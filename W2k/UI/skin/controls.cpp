@@ -2,7 +2,7 @@
  * The control list, the attach operations of the button kinds, their subclass
  * procedures and the double-buffered paint they share.
  */
-#include "skin.h"
+#include "painters.h"
 
 #define CAPTION_CHARS 160
 

@@ -3,7 +3,7 @@
  * pixels, with the caption set into a gap of its top line.  Painted straight
  * onto the paint DC; the interior is left to the previous procedure's erase.
  */
-#include "skin.h"
+#include "painters.h"
 
 #define GROUP_CAPTION_CHARS 128
 

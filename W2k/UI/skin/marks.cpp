@@ -2,7 +2,7 @@
  * The 12-pixel marks: a check box with a tick that breaks out of its top-right
  * corner, and a radio button's shaded bead with its dot.
  */
-#include "skin.h"
+#include "painters.h"
 
 #define COUNT(a) ((int)(sizeof(a) / sizeof((a)[0])))
 

@@ -1,7 +1,7 @@
 /*
  * The skin palette and the small drawing helpers every painter shares.
  */
-#include "skin.h"
+#include "painters.h"
 
 SKINPALETTE g_Skin;
 

@@ -3,7 +3,7 @@
  * scaled to the control and turned for landscape, with rows of mock text.
  * With cropping on only the block the text covers is white.
  */
-#include "skin.h"
+#include "painters.h"
 
 typedef struct _PREVIEW {
     DWORD nPaperWidth;      /* any unit: only the ratio counts */

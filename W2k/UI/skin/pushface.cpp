@@ -3,7 +3,7 @@
  * bevelled out at rest and in while held down.  Every point is anchored to a
  * corner of the button, so the tables read as the bevel looks.
  */
-#include "skin.h"
+#include "painters.h"
 
 /* A point relative to the left or right edge and the top or bottom edge. */
 typedef struct { BYTE fromRight, fromBottom; signed char dx, dy; } ANCHORED;
