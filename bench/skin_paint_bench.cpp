@@ -7,7 +7,7 @@
 #include "skin/skin.h"
 #include "skin_host.h"
 
-enum { IDC_PLAIN = 2001, ROUNDS = 31, PAINTS_PER_ROUND = 200 };
+enum { ROUNDS = 31, PAINTS_PER_ROUND = 200 };
 
 static double SecondsFor(HWND button)
 {
@@ -32,9 +32,9 @@ int main()
     SkinHost host;
     if (!host.Create())
         return 1;
-    HWND skinned = host.AddButton(IDC_PUSH, BS_PUSHBUTTON, L"Обзор...", 75, 23);
-    HWND plain = host.AddButton(IDC_PLAIN, BS_PUSHBUTTON, L"Обзор...", 75, 23, 100, 0);
-    AttachPushButton(host.hwnd, IDC_PUSH);
+    HWND skinned = host.AddButton(HOST_PUSH, BS_PUSHBUTTON, L"Обзор...", 75, 23);
+    HWND plain = host.AddButton(HOST_PLAIN, BS_PUSHBUTTON, L"Обзор...", 75, 23, 100, 0);
+    AttachPushButton(host.hwnd, HOST_PUSH);
     host.Show();
 
     // Alternating rounds share whatever the machine is doing at the time.

@@ -4,6 +4,7 @@
 #include <string>
 #include "pages/pages.h"
 #include "profiles/dialogs.h"
+#include "res/resource.h"
 #include "guarded.h"
 #include <commctrl.h>
 
@@ -20,8 +21,9 @@ TEST(ProfileList, TheCurrentNameIsMatchedWithCaseAndMarkedWhenModified)
     WriteProfile(L"qlr list two", &dm);
     HWND hParent = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 300, NULL, NULL, NULL, NULL);
     HWND hCombo = CreateWindowExW(0, L"COMBOBOX", L"", WS_CHILD | CBS_DROPDOWNLIST, 0, 0, 200, 200, hParent,
-                                  (HMENU)1001, NULL, NULL);
-    HWND hList = CreateWindowExW(0, L"LISTBOX", L"", WS_CHILD, 0, 0, 200, 200, hParent, (HMENU)1002, NULL, NULL);
+                                  (HMENU)IDC_PROFILE_COMBO, NULL, NULL);
+    HWND hList = CreateWindowExW(0, L"LISTBOX", L"", WS_CHILD, 0, 0, 200, 200, hParent, (HMENU)IDC_PROFILE_LIST, NULL,
+                                 NULL);
     // The combo's default entry and second profile, then the selected entry
     // of the combo and of the list box, which has neither default nor mark.
     struct { LPCWSTR current; BOOL modified; LPCWSTR def, two, selected, listSelected; } rows[] = {
@@ -62,9 +64,9 @@ TEST(ProfileList, TheCurrentNameIsMatchedWithCaseAndMarkedWhenModified)
 TEST(PageToolTips, AddOneToolPerControlThePageHas)
 {
     HWND hPage = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 300, NULL, NULL, NULL, NULL);
-    HWND a = CreateWindowExW(0, L"BUTTON", L"a", WS_CHILD, 0, 0, 50, 20, hPage, (HMENU)1002, NULL, NULL);
-    CreateWindowExW(0, L"BUTTON", L"b", WS_CHILD, 0, 30, 50, 20, hPage, (HMENU)1017, NULL, NULL);
-    const int ids[] = { 1002, 1099, 1017 };
+    HWND a = CreateWindowExW(0, L"BUTTON", L"a", WS_CHILD, 0, 0, 50, 20, hPage, (HMENU)IDC_SAVE_PROFILE, NULL, NULL);
+    CreateWindowExW(0, L"BUTTON", L"b", WS_CHILD, 0, 30, 50, 20, hPage, (HMENU)IDC_HELP_BUTTON, NULL, NULL);
+    const int ids[] = { IDC_SAVE_PROFILE, IDC_CUSTOM_HEIGHT, IDC_HELP_BUTTON };   // this page lacks the second
     HWND hTips = CreatePageToolTips(hPage, NULL, ids, 3);
     ASSERT_NE(nullptr, hTips);
     EXPECT_EQ(2, SendMessageW(hTips, TTM_GETTOOLCOUNT, 0, 0));

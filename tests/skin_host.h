@@ -6,8 +6,8 @@
 #include <windows.h>
 #include <vector>
 
-enum { IDC_PUSH = 1002, IDC_BROWSE = IDC_PUSH, IDC_PREVIEW = 1006, IDC_CHECK = 1013, IDC_RADIO = 1096, IDC_RADIO2,
-       IDC_GROUP = 1100, IDC_GROUP2 };
+// The host's own control ids; the skin reads no id.
+enum { HOST_PUSH = 101, HOST_CHECK, HOST_RADIO, HOST_RADIO2, HOST_GROUP, HOST_GROUP2, HOST_PREVIEW, HOST_PLAIN };
 
 // The six system colours the skin reads, and the two mixes expected of them.
 struct Scheme { const char *name; COLORREF face, shadow, dark, hilight, light, frame, halfShadow, halfDark; };

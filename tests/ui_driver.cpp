@@ -1,6 +1,8 @@
 #include "ui_driver.h"
+#include "res/resource.h"
 #include <gtest/gtest.h>
 #include <commctrl.h>
+#include <dlgs.h>
 #include <prsht.h>
 #include <algorithm>
 
@@ -25,8 +27,8 @@ bool ClassIs(HWND hwnd, LPCWSTR name)
 int KindOf(HWND hDlg)
 {
     return ClassIs(hDlg, L"#32768") ? MENU : FindWindowExW(hDlg, NULL, WC_TABCONTROLW, NULL) ? PAGE_SETUP
-         : GetDlgItem(hDlg, 1083) ? MANAGER : GetDlgItem(hDlg, 0x47c) ? FILE_DLG      // 0x47c: the file name
-         : GetDlgItem(hDlg, 1081) ? SAVE : GetDlgItem(hDlg, 0xFFFF) ? BOX : ABOUT_BOX;
+         : GetDlgItem(hDlg, IDC_PROFILE_LIST) ? MANAGER : GetDlgItem(hDlg, cmb13) ? FILE_DLG
+         : GetDlgItem(hDlg, IDC_PROFILE_NAME) ? SAVE : GetDlgItem(hDlg, 0xFFFF) ? BOX : ABOUT_BOX;
 }
 
 // The window a step acts on: a page (brought to the front as a click on its

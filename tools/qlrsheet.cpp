@@ -14,6 +14,7 @@
 #include "png.h"
 #include "console.h"
 #include "record.h"
+#include "res/resource.h"
 
 #define PRINTER L"Quillora"
 
@@ -30,8 +31,8 @@ static const struct { StepKind kind; int page; int value; LPCWSTR pszFile; } g_S
     { SHOW_PAGE, 0, 0, L"page-1" }, { SHOW_PAGE, 1, 0, L"page-2" }, { SHOW_PAGE, 2, 0, L"page-3" },
     { SHOW_PANEL, 1, 0, L"panel-bmp" }, { SHOW_PANEL, 1, 1, L"panel-gif" }, { SHOW_PANEL, 1, 2, L"panel-jpeg" },
     { SHOW_PANEL, 1, 3, L"panel-tiff" }, { SHOW_PANEL, 1, 4, L"panel-pcx" }, { SHOW_PANEL, 1, 5, L"panel-dcx" },
-    { OPEN_DIALOG, 0, 1002, L"save-profile" }, { OPEN_DIALOG, 0, 1003, L"profile-manager" },
-    { OPEN_DIALOG, 1, 1004, L"about" }, { FINISH, 0, 0, NULL },
+    { OPEN_DIALOG, 0, IDC_SAVE_PROFILE, L"save-profile" }, { OPEN_DIALOG, 0, IDC_PROFILE_MANAGER, L"profile-manager" },
+    { OPEN_DIALOG, 1, IDC_ABOUT, L"about" }, { FINISH, 0, 0, NULL },
 };
 
 struct DIALOGSEARCH { HWND hSheet, hFound; };
@@ -89,8 +90,9 @@ static void CALLBACK ScreenshotTick(HWND, UINT, UINT_PTR, DWORD)
         g_nStep++;
         break;
     case SHOW_PANEL:
-        SendDlgItemMessageW(hPage, 1020, CB_SETCURSEL, step.value, 0);
-        SendMessageW(hPage, WM_COMMAND, MAKEWPARAM(1020, CBN_SELCHANGE), (LPARAM)GetDlgItem(hPage, 1020));
+        SendDlgItemMessageW(hPage, IDC_FORMAT_LIST, CB_SETCURSEL, step.value, 0);
+        SendMessageW(hPage, WM_COMMAND, MAKEWPARAM(IDC_FORMAT_LIST, CBN_SELCHANGE),
+                     (LPARAM)GetDlgItem(hPage, IDC_FORMAT_LIST));
         SaveWindow(g_hSheet, step.pszFile);
         g_nStep++;
         break;
