@@ -237,11 +237,11 @@ TEST(Associations, TheProgramIsTheTokenHoldingTheLastDot)
     };
     for (const auto &row : rows) {
         Association a(row.ext, row.command);
-        WCHAR path[520] = L"unchanged";
+        WCHAR path[COMMAND_CHARS] = L"unchanged";
         LookupAssociatedApplication(row.ext, path);
         EXPECT_STREQ(row.program, path);
     }
-    WCHAR path[520] = L"unchanged";
+    WCHAR path[COMMAND_CHARS] = L"unchanged";
     LookupAssociatedApplication(L"qlr-no-such-type", path);
     EXPECT_STREQ(L"", path);
 

@@ -8,7 +8,6 @@
 #include <shellapi.h>
 
 #define CLASS_CHARS   128
-#define COMMAND_CHARS 520
 
 static const int g_AppBlock[] = {
     IDC_APP_ICON, IDC_APP_DESC_LABEL, IDC_APP_VERSION_LABEL, IDC_APP_COPYRIGHT_LABEL,

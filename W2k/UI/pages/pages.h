@@ -69,8 +69,9 @@ void LoadOutputPage(HWND hPage, PSHEETSTATE pSheet);
 void CollectOutputPage(HWND hPage, PSHEETSTATE pSheet);
 void OnOutputPageCommand(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
 
-/* appinfo.cpp */
-void LookupAssociatedApplication(LPCWSTR pszExtension, WCHAR szPath[520]);
+/* appinfo.cpp: the program the shell opens an image type with */
+#define COMMAND_CHARS 520
+void LookupAssociatedApplication(LPCWSTR pszExtension, WCHAR szPath[COMMAND_CHARS]);
 void RefreshApplicationInfo(HWND hPage, PSHEETSTATE pSheet);
 void ReleaseApplicationIcon(HWND hPage);
 

@@ -1,7 +1,10 @@
 /*
- * Resource ids shared by the resource script and the code.  Ranges: icons and
- * bitmaps 100-109 and 123-129, dialogs 110-122, menus 140-149, strings 1 and
- * 1001-1099 (a control's tool tip has the control's number), controls 1001-1199.
+ * Resource ids shared by the resource script, the code and the tests.  Ranges:
+ * icons and bitmaps 100-109 and 123-129, dialogs 110-122, menus 140-149,
+ * strings 1 and 1001-1099 (a control's tool tip has the control's number),
+ * controls 1001-1199.  A control id is unique within its dialog, and each
+ * control has one name; the labels 1040 and 1041 and the controls 1087 and
+ * 1088 stand in several dialogs, each under its own dialog's name.
  */
 #ifndef QLR_RESOURCE_H
 #define QLR_RESOURCE_H
