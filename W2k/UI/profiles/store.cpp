@@ -36,11 +36,6 @@ void ReadCurrentProfileName(WCHAR szName[PROFILE_NAME_CHARS])
     RegCloseKey(hKey);
 }
 
-/* The registry finds a key in any letter case but keeps the case it was
- * created with, while the pages match the current name with case.  So the
- * current name is stored as the profile's own key spells it: a profile saved
- * or deployed as "case a" over "Case A" stays the one the pages select, and
- * OK keeps the user's settings instead of falling back to the defaults. */
 typedef struct _SPELLING {
     LPCWSTR pszName;
     WCHAR *pszStored;
@@ -55,6 +50,11 @@ static BOOL TakeSpellingOfKey(LPCWSTR pszKey, void *pContext)
     return FALSE;
 }
 
+/* The registry finds a key in any letter case but keeps the case it was
+ * created with, while the pages match the current name with case.  So the
+ * current name is stored as the profile's own key spells it: a profile saved
+ * or deployed as "case a" over "Case A" stays the one the pages select, and
+ * OK keeps the user's settings instead of falling back to the defaults. */
 static void StoredSpelling(LPCWSTR pszName, WCHAR szStored[PROFILE_NAME_CHARS])
 {
     CopyBounded(szStored, pszName, PROFILE_NAME_CHARS);
@@ -122,7 +122,7 @@ BOOL WriteProfile(LPCWSTR pszName, PQLRDEVMODE pdm)
 }
 
 /* By index from 0, stopping at the first index the registry refuses: a key
- * name too long for a profile name ends the walk, as it always has. */
+ * whose name is too long to be a profile's ends the walk. */
 WORD EnumProfileNames(PROFILENAMEPROC pfnProc, void *pContext)
 {
     HKEY hKey;
