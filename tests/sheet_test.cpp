@@ -18,7 +18,24 @@ namespace {
 #define PRINTER L"Quillora"
 #define PROFILES_KEY L"Software\\Moravel\\Quillora\\Profile"
 const LPCWSTR NAMES[] = { L"qlr A", L"qlr B", L"qlr C", L"Case A", L"_qlr renamed", L"zqlr renamed" };
-std::wstring g_viewer, g_date, g_file;      // a program with a version resource; today; a profile file
+std::wstring Beside(LPCWSTR name)
+{
+    WCHAR path[MAX_PATH];
+    GetModuleFileNameW(NULL, path, MAX_PATH);
+    return std::wstring(path, wcsrchr(path, L'\\') + 1) + name;
+}
+
+std::wstring Today()
+{
+    SYSTEMTIME t;
+    GetLocalTime(&t);
+    return std::to_wstring(t.wMonth + 100).substr(1) + L"-" + std::to_wstring(t.wDay + 100).substr(1) + L"-" +
+           std::to_wstring(t.wYear);
+}
+
+// A program with a version resource, one without, a profile file, today.
+const std::wstring g_viewer = Beside(L"versioned.exe"), g_self = Beside(L"sheet_test.exe");
+const std::wstring g_file = g_viewer + L".qlr", g_date = Today();
 
 QLRDEVMODE Defaults()
 {
@@ -105,6 +122,14 @@ void Associate(bool on)
     SetValue(HKEY_CLASSES_ROOT, cls + L"\\shell\\open\\command", REG_SZ, cmd.c_str(), (cmd.size() + 1) * 2);
 }
 
+// A custom paper of 210.0 x 297.0 mm.
+void CustomMm(QLRDEVMODE &d)
+{
+    d.bCustomPaper = 1, d.iCustomUnit = 1, d.iCustomWidth = 2100, d.iCustomHeight = 2970;
+    d.dmPublic.dmPaperSize = 256, d.dmPublic.dmPaperWidth = 2100, d.dmPublic.dmPaperLength = 2970;
+    lstrcpyW(d.dmPublic.dmFormName, L"Custom Paper");
+}
+
 enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8 };
 
 struct Script {
@@ -117,7 +142,7 @@ struct Script {
     void (*expect)(QLRDEVMODE &) = NULL;    // the record after OK: the stored one (or factory) changed thus
 };
 
-class SheetScripts : public ::testing::Test {
+class Sheet : public ::testing::Test {
 protected:
     HANDLE hPrinter = NULL;
     std::wstring savedName;
@@ -129,14 +154,6 @@ protected:
         ASSERT_TRUE(OpenPrinterW((LPWSTR)PRINTER, &hPrinter, NULL));
         savedName = CurrentName();
         savedPrinter = PrinterRecord();
-        WCHAR path[MAX_PATH];
-        GetModuleFileNameW(NULL, path, MAX_PATH);
-        lstrcpyW(wcsrchr(path, L'\\') + 1, L"versioned.exe");
-        g_viewer = path, g_file = g_viewer + L".qlr";
-        SYSTEMTIME t;
-        GetLocalTime(&t);
-        g_date = std::to_wstring(t.wMonth + 100).substr(1) + L"-" + std::to_wstring(t.wDay + 100).substr(1) + L"-" +
-                 std::to_wstring(t.wYear);
     }
     void TearDown() override
     {
@@ -233,244 +250,305 @@ protected:
 #define OK { PAGE_SETUP, 0, PRESS, PSBTN_OK }
 #define CANCEL { PAGE_SETUP, 0, PRESS, PSBTN_CANCEL }
 
-TEST_F(SheetScripts, Run)
+const Script g_scripts[] = {
+    { "factory settings, a change, OK asks for a name", NULL, NULL, 0, {
+        { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"JPEG Image" }, { P_JPEG, 0, SHOWN, 1 }, { P_TIFF, 0, SHOWN, 0 },
+        { P_JPEG, IDC_DEPTH_24, CHECK, 1 }, { P_JPEG, IDC_GRAYSCALE, CHECK, 0 },
+        { P_JPEG, IDC_DITHER, ON, 0 }, { P_JPEG, IDC_DEPTH_8, ON, 0 },
+        { P_JPEG, IDC_QUALITY, TEXT, 0, L"100" }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" },
+        { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>*" }, OK,
+        { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" },
+        { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr A" },
+        { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"note" }, { SAVE, IDOK, CLICK } },
+      L"qlr A", [](QLRDEVMODE &e) { e.iOrientation = 1, e.dmPublic.dmOrientation = 2;
+                                    lstrcpyW(e.szComments, L"note"); } },
+    { "cancel keeps everything", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, CANCELLED, {
+        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 4 }, { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
+        { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"qlr A*" }, CANCEL } },
+    { "BMP depth follows greyscale, dithering only up to 8 bits", L"qlr A",
+      [](QLRDEVMODE &d) { d.iOutputFormat = 0, d.iBmpBitsPerPixel = 16, d.bBmpDither = 1; }, 0, {
+        { P_BMP, IDC_DEPTH_16, CHECK, 1 }, { P_BMP, IDC_DITHER, CHECK, 0 }, { P_BMP, IDC_DITHER, ON, 0 }, { P_BMP, IDC_DEPTH_1, ON, 0 },
+        { P_BMP, IDC_GRAYSCALE, CLICK }, { P_BMP, IDC_DEPTH_8, CHECK, 1 },
+        { P_BMP, IDC_DEPTH_16, CHECK, 0 }, { P_BMP, IDC_DITHER, ON, 1 },
+        { P_BMP, IDC_DEPTH_1, ON, 1 }, { P_BMP, IDC_DEPTH_16, ON, 0 }, { P_BMP, IDC_DEPTH_32, ON, 0 }, { P_BMP, IDC_DEPTH_1, CLICK },
+        { P_BMP, IDC_GRAYSCALE, CLICK }, { P_BMP, IDC_DEPTH_4, CHECK, 1 },
+        { P_BMP, IDC_DEPTH_1, ON, 0 }, { P_BMP, IDC_DITHER, CLICK }, OK },
+      NULL, [](QLRDEVMODE &e) { e.iBmpBitsPerPixel = 4, e.bBmpDither = 1; } },
+    { "GIF colours 2 to 256", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 1, d.iGifColors = 200; }, 0, {
+        { P_GIF, IDC_COLORS, TEXT, 0, L"200" }, { P_GIF, IDC_COLORS, TYPE, 0, L"1" }, { P_GIF, IDC_COLORS, TEXT, 0, L"2" },
+        { P_GIF, IDC_COLORS, TYPE, 0, L"999" }, { P_GIF, IDC_COLORS, TEXT, 0, L"256" }, { P_GIF, IDC_COLORS, TYPE, 0, L"" },
+        { P_GIF, IDC_COLORS, TEXT, 0, L"256" }, { P_GIF, IDC_INTERLACED, CLICK }, { P_GIF, IDC_MULTIPAGE, CLICK }, OK },
+      NULL, [](QLRDEVMODE &e) { e.iGifColors = 256, e.bGifInterlaced = 1, e.bGifMultiPage = 0; } },
+    { "JPEG greyscale switches the depth; quality falls back to 75", L"qlr A",
+      [](QLRDEVMODE &d) { d.iJpegSubsampling = 4; }, 0, {
+        { P_JPEG, IDC_GRAYSCALE, CLICK }, { P_JPEG, IDC_DEPTH_8, CHECK, 1 },
+        { P_JPEG, IDC_DEPTH_24, ON, 0 }, { P_JPEG, IDC_DITHER, ON, 1 },
+        { P_JPEG, IDC_DITHER, CLICK }, { P_JPEG, IDC_DITHER, CHECK, 1 },
+        { P_JPEG, IDC_GRAYSCALE, CLICK }, { P_JPEG, IDC_DEPTH_24, CHECK, 1 },
+        { P_JPEG, IDC_DITHER, CHECK, 0 }, { P_JPEG, IDC_DITHER, ON, 0 }, { P_JPEG, IDC_QUALITY, SET, 0, L"" }, OK },
+      NULL, [](QLRDEVMODE &e) { e.iJpegQuality = 75; } },
+    { "TIFF compression and dithering follow the depth", L"qlr A", [](QLRDEVMODE &d) {
+          d.iOutputFormat = 3, d.iTiffBitsPerPixel = 1, d.iTiffCompression = 2, d.bTiffDither = 1; }, 0, {
+        { P_TIFF, IDC_COMPRESSION_FAX3, CHECK, 1 }, { P_TIFF, IDC_DITHER, ON, 1 },
+        { P_TIFF, IDC_COMPRESSION_RLE, ON, 1 }, { P_TIFF, IDC_COMPRESSION_JPEG, ON, 0 },
+        { P_TIFF, IDC_QUALITY, ON, 0 }, { P_TIFF, IDC_DEPTH_24, CLICK },
+        { P_TIFF, IDC_COMPRESSION_LZW, CHECK, 1 }, { P_TIFF, IDC_COMPRESSION_FAX3, CHECK, 0 },
+        { P_TIFF, IDC_DITHER, CHECK, 0 }, { P_TIFF, IDC_DITHER, ON, 0 },
+        { P_TIFF, IDC_COMPRESSION_FAX3, ON, 0 }, { P_TIFF, IDC_COMPRESSION_JPEG, ON, 1 },
+        { P_TIFF, IDC_COMPRESSION_JPEG, CLICK }, { P_TIFF, IDC_QUALITY, ON, 1 },
+        { P_TIFF, IDC_QUALITY, SET, 0, L"42" }, { P_TIFF, IDC_MULTIPAGE, CLICK },
+        OK },
+      NULL, [](QLRDEVMODE &e) { e.iTiffBitsPerPixel = 24, e.iTiffCompression = 5, e.iTiffQuality = 42;
+                                e.bTiffDither = 0, e.bTiffMultiPage = 0; } },
+    { "TIFF at 1 bit shows JPEG compression as CCITT 4", L"qlr A", [](QLRDEVMODE &d) {
+          d.iOutputFormat = 3, d.iTiffBitsPerPixel = 1, d.iTiffCompression = 5; }, 0, {
+        { P_TIFF, IDC_COMPRESSION_FAX4, CHECK, 1 }, { P_TIFF, IDC_COMPRESSION_JPEG, CHECK, 0 },
+        { P_TIFF, IDC_QUALITY, ON, 0 }, { P_TIFF, IDC_DEPTH_1, CLICK },
+        OK },
+      NULL, [](QLRDEVMODE &e) { e.iTiffCompression = 3; } },
+    { "PCX: unknown depth shows 24, greyscale refreshes the depth", L"qlr A", [](QLRDEVMODE &d) {
+          d.iOutputFormat = 4, d.iPcxBitsPerPixel = 16, d.bPcxDither = 1; }, 0, {
+        { P_PCX, IDC_DEPTH_24, CHECK, 1 }, { P_PCX, IDC_DITHER, CHECK, 0 }, { P_PCX, IDC_DITHER, ON, 0 }, { P_PCX, IDC_DEPTH_1, ON, 0 },
+        { P_PCX, IDC_GRAYSCALE, CLICK }, { P_PCX, IDC_DEPTH_8, CHECK, 1 },
+        { P_PCX, IDC_DEPTH_24, CHECK, 0 }, { P_PCX, IDC_DEPTH_24, ON, 0 },
+        { P_PCX, IDC_DEPTH_1, ON, 1 }, { P_PCX, IDC_DITHER, ON, 1 }, { P_PCX, IDC_DEPTH_1, CLICK }, { P_PCX, IDC_GRAYSCALE, CLICK },
+        { P_PCX, IDC_DEPTH_4, CHECK, 1 }, { P_PCX, IDC_DEPTH_1, CHECK, 0 }, { P_PCX, IDC_DEPTH_1, ON, 0 }, OK },
+      NULL, [](QLRDEVMODE &e) { e.iPcxBitsPerPixel = 4, e.bPcxDither = 0; } },
+    { "PCX greyscale without a depth of its own shows 8", L"qlr A", [](QLRDEVMODE &d) {
+          d.iOutputFormat = 4, d.iPcxBitsPerPixel = 2, d.bPcxGrayscale = 1, d.bPcxDither = 1; }, 0, {
+        { P_PCX, IDC_DEPTH_8, CHECK, 1 }, { P_PCX, IDC_DITHER, CHECK, 1 }, { P_PCX, IDC_DEPTH_1, CLICK }, OK },
+      NULL, [](QLRDEVMODE &e) { e.iPcxBitsPerPixel = 1; } },
+    { "DCX: unticking only the multi-page box survives OK", L"qlr A", [](QLRDEVMODE &d) {
+          d.iOutputFormat = 5, d.bDcxDither = 1; }, 0, {
+        { P_DCX, IDC_DITHER, CHECK, 0 }, { P_DCX, IDC_DITHER, ON, 0 },
+        { P_DCX, IDC_MULTIPAGE, CHECK, 1 }, { P_DCX, IDC_MULTIPAGE, CLICK }, OK },
+      NULL, [](QLRDEVMODE &e) { e.bDcxDither = 0, e.bDcxMultiPage = 0; } },
+    { "switching formats keeps each format's options", L"qlr A", [](QLRDEVMODE &) {}, 0, {
+        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 3 }, { P_TIFF, 0, SHOWN, 1 }, { P_JPEG, 0, SHOWN, 0 },
+        { P_TIFF, IDC_DEPTH_1, CLICK }, { P_TIFF, IDC_COMPRESSION_PACKBIT, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 1 },
+        { P_GIF, IDC_INTERLACED, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 4 }, { P_PCX, IDC_GRAYSCALE, CLICK },
+        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 5 }, { P_DCX, IDC_DEPTH_4, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 3 },
+        { P_TIFF, IDC_DEPTH_1, CHECK, 1 }, { P_TIFF, IDC_COMPRESSION_PACKBIT, CHECK, 1 }, OK },
+      NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 3, e.iTiffBitsPerPixel = 1, e.iTiffCompression = 6;
+                                e.bGifInterlaced = 1, e.bPcxGrayscale = 1, e.iPcxBitsPerPixel = 8;
+                                e.iDcxBitsPerPixel = 4; } },
+    { "no format chosen: BMP shown, JPEG collected", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
+        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, -1 }, { P_BMP, 0, SHOWN, 1 }, { P_TIFF, 0, SHOWN, 0 }, OK },
+      NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 2; } },
+    { "paper list, custom size in every unit, resolution, orientation", L"qlr A", [](QLRDEVMODE &) {}, 0, {
+        { PAGE_SETUP, IDC_PAPER_LIST, COUNT, 39 }, { PAGE_SETUP, IDC_PAPER_LIST, ITEM, 38, L"Кон. Personal" },
+        { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, 0 }, { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, L"Letter/ANSI A (8.500 x 11.000 дюйм)" },
+        { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, 14 }, { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, L"A4 (210 x 297 мм)" },
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, ON, 0 }, { PAGE_SETUP, IDC_CUSTOM_PAPER, CLICK }, { PAGE_SETUP, IDC_PAPER_LIST, ON, 0 },
+        { PAGE_SETUP, IDC_SIZE_LABEL, ON, 0 }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, ON, 1 }, { PAGE_SETUP, IDC_UNIT_LIST, ON, 1 },
+        { PAGE_SETUP, IDC_IN_LABEL, ON, 1 },
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"210.0" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 0 },
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"8.268" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 1 },
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"210.0" }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"297.0" },
+        { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 2 }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"842" },
+        { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 1 }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"20000" },
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"18288.0" }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"abc" },
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"abc" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 0 },
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"720.0" }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"0" },
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"0.039" }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L" +8.27" },
+        { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TYPE, 0, L"11.6905" }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"11.69" },
+        { PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, L"9999" }, { PAGE_SETUP, IDC_RESOLUTION, TEXT, 0, L"2400" },
+        { PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, L"abc" }, { PAGE_SETUP, IDC_RESOLUTION, TEXT, 0, L"200" },
+        { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 6 }, { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, { PAGE_SETUP, IDC_PORTRAIT, CHECK, 0 },
+        { PAGE_SETUP, IDC_CROP, CLICK }, OK },
+      NULL, [](QLRDEVMODE &e) {
+          e.bCustomPaper = 1, e.iCustomUnit = 0, e.iCustomWidth = 8270, e.iCustomHeight = 11690;
+          e.iOrientation = 1, e.dmPublic.dmOrientation = 2, e.bCropEdges = 1, e.iResolution = 300;
+          e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 300, e.dmPublic.dmPaperSize = 256;
+          lstrcpyW(e.dmPublic.dmFormName, L"Custom Paper");
+          e.dmPublic.dmPaperWidth = 2101, e.dmPublic.dmPaperLength = 2969; } },    // 8.27 in, 11.69 in
+    { "pixels keep their number and meet the limits of the resolution", L"qlr A", [](QLRDEVMODE &d) {
+          d.bCustomPaper = 1, d.iCustomUnit = 0, d.iCustomWidth = 750, d.iCustomHeight = 11000; }, 0, {
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"0.75" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 3 },
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"150" },
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, LEAVE }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"200" },
+        { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 8 }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"600" },
+        { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"2200" }, OK },
+      NULL, [](QLRDEVMODE &e) {
+          e.iCustomUnit = 3, e.iCustomWidth = 600, e.iCustomHeight = 2200, e.iResolution = 600;
+          e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 600, e.dmPublic.dmPaperSize = 256;
+          lstrcpyW(e.dmPublic.dmFormName, L"Custom Paper");
+          e.dmPublic.dmPaperWidth = 254, e.dmPublic.dmPaperLength = 931; } },    // 1 in, 3.667 in
+    { "a stored paper past the table shows A4; an odd resolution its number", L"qlr A", [](QLRDEVMODE &d) {
+          d.iPaper = 39, d.iResolution = d.dmPublic.dmPrintQuality = d.dmPublic.dmYResolution = 120; }, 0, {
+        { PAGE_SETUP, IDC_PAPER_LIST, TEXT, 0, L"A4" }, { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, L"A4 (210 x 297 мм)" },
+        { PAGE_SETUP, IDC_RESOLUTION, TEXT, 0, L"120" }, { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 4 }, OK },
+      NULL, [](QLRDEVMODE &e) { e.iPaper = 14, e.iResolution = 150;
+                                e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 150; } },
+    { "output page: enabling, hiding, the example", L"qlr A", [](QLRDEVMODE &d) { d.bShowResult = 0; }, 0, {
+        { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, TEXT, 0, L"c:\\QLR Output Files" },
+        { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"example_document_name_01.jpg" },
+        { OUTPUT_PAGE, IDC_DEFAULT_VIEWER, ON, 0 },
+        { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, ON, 0 }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, ON, 0 },
+        { OUTPUT_PAGE, IDC_PARAMS_LABEL, ON, 0 }, { OUTPUT_PAGE, IDC_APP_ICON, SHOWN, 0 }, { OUTPUT_PAGE, IDC_APP_COPYRIGHT, SHOWN, 0 },
+        { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_DEFAULT_VIEWER, ON, 1 }, { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, ON, 1 },
+        { OUTPUT_PAGE, IDC_VIEWER_PATH, ON, 0 }, { OUTPUT_PAGE, IDC_VIEWER_PARAMS, ON, 0 }, { OUTPUT_PAGE, IDC_APP_ICON, SHOWN, 1 },
+        { OUTPUT_PAGE, IDC_APP_DESC, SHOWN, 1 }, { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK }, { OUTPUT_PAGE, IDC_VIEWER_PATH, ON, 1 },
+        { OUTPUT_PAGE, IDC_BROWSE_VIEWER, ON, 1 }, { OUTPUT_PAGE, IDC_VIEWER_PARAMS, ON, 1 }, { OUTPUT_PAGE, IDC_PARAMS_LABEL, ON, 1 },
+        { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"&[Date]" }, { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, g_date.c_str() },
+        { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page" },
+        { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"a&b01]-jpg&[Page" }, { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, SET, 0, L"d:\\images" },
+        { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, L"/view %f" }, OK },
+      NULL, [](QLRDEVMODE &e) {
+          e.bShowResult = 1, e.bUseCustomViewer = 1;
+          lstrcpyW(e.szFileNameMask, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page");
+          lstrcpyW(e.szOutputFolder, L"d:\\images"), lstrcpyW(e.szViewerParams, L"/view %f"); } },
+    { "choosing a viewer alone is saved at OK", L"qlr A", [](QLRDEVMODE &) {}, 0, {
+        { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK }, OK }, NULL, [](QLRDEVMODE &e) { e.bUseCustomViewer = 1; } },
+    { "the macro menu replaces the selected text", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
+        { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"abcXYZ" }, { OUTPUT_PAGE, IDC_FILE_MASK, SELECT, MAKELONG(3, 6) },
+        { OUTPUT_PAGE, IDC_MACRO, CLICK }, { MENU, 0, KEY, 0x0422 }, { OUTPUT_PAGE, IDC_FILE_MASK, TEXT, 0, L"abc&[Type]" },
+        { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"abctif" }, OK },
+      NULL, [](QLRDEVMODE &e) { lstrcpyW(e.szFileNameMask, L"abc&[Type]"); } },
+    { "the program associated with the format, found at full length", L"qlr A", [](QLRDEVMODE &d) {
+          d.iOutputFormat = 5, d.bUseCustomViewer = 1; }, CANCELLED | ASSOCIATED, {
+        { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" },
+        { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"(c) test copyright" }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
+        { OUTPUT_PAGE, IDC_APP_DESC, SHOWN, 0 }, { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, CANCEL } },
+    { "a chosen program; the program dialog cancelled", L"qlr A", [](QLRDEVMODE &d) {
+          d.bUseCustomViewer = 1, lstrcpyW(d.szViewerPath, g_viewer.c_str()); }, CANCELLED, {
+        { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, CLICK },
+        { FILE_DLG, IDCANCEL, CLICK }, { OUTPUT_PAGE, IDC_VIEWER_PATH, TEXT, 0, g_viewer.c_str() },
+        { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" }, CANCEL } },
+    { "choosing profiles from the list", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, WITH_B, {
+        { PAGE_SETUP, IDC_PROFILE_COMBO, COUNT, 3 },
+        { PAGE_SETUP, IDC_PROFILE_COMBO, ITEM, 2, L"qlr B" }, { PAGE_SETUP, IDC_PROFILE_COMBO, CHOOSE, 0 },
+        { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"JPEG Image" }, { FORMAT_PAGE, IDC_PROFILE_COMBO, CHOOSE, 2 },
+        { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"PCX Image" }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr B" },
+        { PAGE_SETUP, IDC_CROP, CLICK }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr B*" }, OK },
+      L"qlr B", [](QLRDEVMODE &e) { e.iOutputFormat = 4, e.bCropEdges = 1;
+                                    lstrcpyW(e.szComments, L"second"); } },
+    { "save dialog: blank name, a name that exists, a name the store refuses", L"qlr A", [](QLRDEVMODE &d) {
+          lstrcpyW(d.szComments, L"first"); }, WITH_B, {
+        { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
+        { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"first" },
+        { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"other" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"   " }, { SAVE, IDOK, CLICK },
+        { BOX, 0xFFFF, TEXT, 0, L"Вы должны определить имя профиля       " }, { BOX, 0, TEXT, 0, L"Error" },
+        { BOX, IDOK, CLICK }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"QLR b" }, { SAVE, IDOK, CLICK },
+        { BOX, 0xFFFF, TEXT, 0, L"Профиль с таким именем существует.\nВы хотите заменить его?           " },
+        { BOX, 0, TEXT, 0, L"Add profile..." }, { BOX, IDNO, CLICK }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"\\qlr bad" },
+        { SAVE, IDOK, CLICK }, { BOX, 0xFFFF, TEXT, 0, L"Ошибка сохранения профиля!            " },
+        { BOX, 0, TEXT, 0, L"Error" }, { BOX, IDOK, CLICK }, { SAVE, IDCANCEL, CLICK },
+        { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"qlr A" }, { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
+        { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"first" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"  qlr C  " },
+        { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"line 1\r\nline 2" },
+        { SAVE, IDOK, CLICK }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr C" },
+        { PAGE_SETUP, IDC_CROP, CLICK }, { FORMAT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr C*" }, OK },
+      L"qlr C", [](QLRDEVMODE &e) { e.bCropEdges = 1, lstrcpyW(e.szComments, L"line 1\r\nline 2"); } },
+    { "the name asked for at OK refused: the record goes out unsaved", NULL, NULL, NOT_SAVED, {
+        { PAGE_SETUP, IDC_CROP, CLICK }, OK, { SAVE, IDCANCEL, CLICK } },
+      L"", [](QLRDEVMODE &e) { e.bCropEdges = 1; } },
+    { "saved again under the profile's name in other letters", L"Case A", [](QLRDEVMODE &d) {
+          d.iOutputFormat = 3; }, 0, {
+        { PAGE_SETUP, IDC_LANDSCAPE, CLICK },
+        { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"Case A*" }, { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
+        { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"Case A" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"case a" }, { SAVE, IDOK, CLICK },
+        { BOX, IDYES, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" },
+        { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" },
+        OK },
+      NULL, [](QLRDEVMODE &e) { e.iOrientation = 1, e.dmPublic.dmOrientation = 2; } },
+    { "manager: rename, refuse a taken name, delete to the end", L"qlr A", [](QLRDEVMODE &d) {
+          d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, WITH_B, {
+        { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK },
+        { MANAGER, IDC_PROFILE_LIST, COUNT, 2 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" },
+        { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"  \\qlr renamed  " },
+        { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"_qlr renamed" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"zqlr renamed" },
+        { MANAGER, IDC_PROFILE_LIST, SEL, 1 },
+        { MANAGER, IDC_PROFILE_LIST, ITEM, 1, L"zqlr renamed" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"QLR B" },
+        { MANAGER, IDC_PROFILE_LIST, ITEM, 1, L"zqlr renamed" }, { MANAGER, IDC_PROFILE_LIST, ITEM, 0, L"qlr B" },
+        { MANAGER, IDC_PROFILE_NAME, SET, 0, L"zqlr renamed" },
+        { MANAGER, IDC_DELETE_PROFILE, CLICK }, { BOX, 0, TEXT, 0, L"Edit profile..." },
+        { BOX, 0xFFFF, TEXT, 0, L"Вы хотите удалить выбранный профиль?          " }, { BOX, IDYES, CLICK },
+        { MANAGER, IDC_PROFILE_LIST, COUNT, 1 },
+        { MANAGER, IDC_PROFILE_LIST, SEL, 0 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr B" },
+        { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"second" },
+        { MANAGER, IDC_DELETE_PROFILE, CLICK }, { BOX, IDYES, CLICK },
+        { MANAGER, IDC_PROFILE_LIST, COUNT, 0 }, { MANAGER, IDC_DELETE_PROFILE, ON, 0 },
+        { MANAGER, IDC_EXPORT_PROFILE, ON, 0 }, { MANAGER, IDC_IMPORT_PROFILE, ON, 1 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"" },
+        { MANAGER, IDCANCEL, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" }, OK,
+        { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr C" }, { SAVE, IDOK, CLICK } },
+      L"qlr C", [](QLRDEVMODE &e) { e = Defaults(); } },
+    { "manager: export, change the comment, import over it", L"qlr A", [](QLRDEVMODE &d) {
+          d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, 0, {
+        { OUTPUT_PAGE, IDC_PROFILE_MANAGER, CLICK },
+        { MANAGER, IDC_EXPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() },
+        { FILE_DLG, IDOK, CLICK }, { MANAGER, IDC_PROFILE_COMMENT, TYPE, 0, L"changed" }, { MANAGER, IDC_IMPORT_PROFILE, CLICK },
+        { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK },
+        { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" },
+        { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { MANAGER, IDOK, CLICK }, OK },
+      NULL, [](QLRDEVMODE &) {} },
+    { "keyboard: page setup in reading order, arrows kept in their group, Space, Esc", L"qlr A",
+      [](QLRDEVMODE &) {}, CANCELLED, {
+        { PAGE_SETUP, 0, TABS, 0, L"1001 1002 1003 1096 1007 1008 1012 1013 1017" },
+        { PAGE_SETUP, 0, ARROWS, 0, L"1096 1097" }, { PAGE_SETUP, 0, ARROWS, 0, L"1008 1009" },
+        { PAGE_SETUP, IDC_CUSTOM_PAPER, CLICK }, { PAGE_SETUP, 0, TABS, 0, L"1001 1002 1003 1097 1098 1099 1014 1008 1012 1013 1017" },
+        { PAGE_SETUP, IDC_CROP, GO }, { PAGE_SETUP, 0, KEYS, 0, L" " }, { PAGE_SETUP, IDC_CROP, CHECK, 1 },
+        { PAGE_SETUP, 0, KEYS, 0, L" " }, { PAGE_SETUP, IDC_CROP, CHECK, 0 }, { PAGE_SETUP, 0, KEYS, 0, L"\x1b" } } },
+    { "keyboard: the format page and its panels; a profile loaded hides the focused panel", L"qlr A",
+      [](QLRDEVMODE &) {}, CANCELLED, {
+        { FORMAT_PAGE, 0, TABS, 0, L"1001 1002 1003 1020 1025 1030 1037 1017 1004" },
+        { P_JPEG, 0, ARROWS, 0, L"1023 1025 1026" }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 0 },
+        { P_BMP, 0, ARROWS, 0, L"1021 1022 1023 1024 1025 1026" }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 3 },
+        { FORMAT_PAGE, 0, TABS, 0, L"1001 1002 1003 1020 1025 1028 1046 1017 1004" },
+        { P_TIFF, 0, ARROWS, 0, L"1021 1023 1025" }, { P_TIFF, 0, ARROWS, 0, L"1042 1043 1044 1045 1046 1047 1048" },
+        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 4 }, { P_PCX, 0, ARROWS, 0, L"1021 1022 1023 1025" },
+        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 5 }, { P_DCX, 0, ARROWS, 0, L"1021 1022 1023 1025" },
+        { P_DCX, IDC_MULTIPAGE, GO }, { FORMAT_PAGE, IDC_PROFILE_COMBO, CHOOSE, 1 }, { P_JPEG, 0, SHOWN, 1 },
+        { FORMAT_PAGE, IDC_FORMAT_LIST, FOCUS }, { FORMAT_PAGE, 0, KEYS, 0, L"\x1b" } } },
+    { "keyboard: the output page skips what is hidden, disabled or empty", L"qlr A", [](QLRDEVMODE &d) {
+          d.bUseCustomViewer = 1, lstrcpyW(d.szViewerPath, g_viewer.c_str()); }, CANCELLED, {
+        { OUTPUT_PAGE, 0, TABS, 0, L"1001 1002 1003 1050 1051 1052 1053 1057 1054 1059 1055 1056 1060 1088 1090 1092 1017" },
+        { OUTPUT_PAGE, 0, ARROWS, 0, L"1058 1059" }, { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK },
+        { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"" }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, CLICK },
+        { FILE_DLG, 0x47c, SET, 0, g_self.c_str() }, { FILE_DLG, IDOK, CLICK },
+        { OUTPUT_PAGE, 0, TABS, 0, L"1001 1002 1003 1050 1051 1052 1053 1054 1059 1055 1056 1060 1017" },
+        { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, 0, TABS, 0, L"1001 1002 1003 1050 1051 1052 1053 1054 1017" },
+        { OUTPUT_PAGE, 0, KEYS, 0, L"\x1b" } } },
+    { "keyboard: a resolution typed and confirmed with Enter, a name typed", NULL, NULL, 0, {
+        { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 0 }, { PAGE_SETUP, IDC_RESOLUTION, GO },
+        { PAGE_SETUP, IDC_RESOLUTION, SET, 0, L"300" }, { PAGE_SETUP, 0, KEYS, 0, L"\r" },
+        { SAVE, 0, TABS, 0, L"1081 1082 1017 1 2" }, { SAVE, IDC_PROFILE_NAME, FOCUS }, { SAVE, 0, KEYS, 0, L"qlr a\r" } },
+      L"qlr a", [](QLRDEVMODE &e) { e.iResolution = e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 300; } },
+    { "keyboard: a width typed and confirmed with Enter", L"qlr A", CustomMm, 0, {
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, GO }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, SET, 0, L"500" },
+        { PAGE_SETUP, 0, KEYS, 0, L"\r" } },
+      NULL, [](QLRDEVMODE &e) { e.iCustomWidth = e.dmPublic.dmPaperWidth = 5000; } },
+    { "keyboard: a height typed and confirmed with Enter", L"qlr A", CustomMm, 0, {
+        { PAGE_SETUP, IDC_CUSTOM_HEIGHT, GO }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, SET, 0, L"40" },
+        { PAGE_SETUP, 0, KEYS, 0, L"\r" } },
+      NULL, [](QLRDEVMODE &e) { e.iCustomHeight = e.dmPublic.dmPaperLength = 400; } },
+    { "keyboard: the manager keeps a name typed before Enter, a comment typed before Esc", L"qlr A",
+      [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
+        { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK }, { MANAGER, 0, TABS, 0, L"1083 1086 1087 1081 1082 1088 1017 1 2" },
+        { MANAGER, IDC_PROFILE_NAME, GO }, { MANAGER, IDC_PROFILE_NAME, SET, 0, L"qlr C" }, { MANAGER, 0, KEYS, 0, L"\r" },
+        { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"qlr C" }, { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK },
+        { MANAGER, IDC_PROFILE_COMMENT, GO }, { MANAGER, IDC_PROFILE_COMMENT, SET, 0, L"typed" },
+        { MANAGER, 0, KEYS, 0, L"\x1b" }, OK },
+      L"qlr C", [](QLRDEVMODE &e) { lstrcpyW(e.szComments, L"typed"); } },
+};
+
+class SheetScripts : public Sheet, public ::testing::WithParamInterface<size_t> {};
+
+TEST_P(SheetScripts, Play)
 {
-    const Script scripts[] = {
-        { "factory settings, a change, OK asks for a name", NULL, NULL, 0, {
-            { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"JPEG Image" }, { P_JPEG, 0, SHOWN, 1 }, { P_TIFF, 0, SHOWN, 0 },
-            { P_JPEG, IDC_DEPTH_24, CHECK, 1 }, { P_JPEG, IDC_GRAYSCALE, CHECK, 0 },
-            { P_JPEG, IDC_DITHER, ON, 0 }, { P_JPEG, IDC_DEPTH_8, ON, 0 },
-            { P_JPEG, IDC_QUALITY, TEXT, 0, L"100" }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" },
-            { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>*" }, OK,
-            { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" },
-            { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr A" },
-            { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"note" }, { SAVE, IDOK, CLICK } },
-          L"qlr A", [](QLRDEVMODE &e) { e.iOrientation = 1, e.dmPublic.dmOrientation = 2;
-                                        lstrcpyW(e.szComments, L"note"); } },
-        { "cancel keeps everything", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, CANCELLED, {
-            { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 4 }, { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
-            { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"qlr A*" }, CANCEL } },
-        { "BMP depth follows greyscale, dithering only up to 8 bits", L"qlr A",
-          [](QLRDEVMODE &d) { d.iOutputFormat = 0, d.iBmpBitsPerPixel = 16, d.bBmpDither = 1; }, 0, {
-            { P_BMP, IDC_DEPTH_16, CHECK, 1 }, { P_BMP, IDC_DITHER, CHECK, 0 }, { P_BMP, IDC_DITHER, ON, 0 }, { P_BMP, IDC_DEPTH_1, ON, 0 },
-            { P_BMP, IDC_GRAYSCALE, CLICK }, { P_BMP, IDC_DEPTH_8, CHECK, 1 },
-            { P_BMP, IDC_DEPTH_16, CHECK, 0 }, { P_BMP, IDC_DITHER, ON, 1 },
-            { P_BMP, IDC_DEPTH_1, ON, 1 }, { P_BMP, IDC_DEPTH_16, ON, 0 }, { P_BMP, IDC_DEPTH_32, ON, 0 }, { P_BMP, IDC_DEPTH_1, CLICK },
-            { P_BMP, IDC_GRAYSCALE, CLICK }, { P_BMP, IDC_DEPTH_4, CHECK, 1 },
-            { P_BMP, IDC_DEPTH_1, ON, 0 }, { P_BMP, IDC_DITHER, CLICK }, OK },
-          NULL, [](QLRDEVMODE &e) { e.iBmpBitsPerPixel = 4, e.bBmpDither = 1; } },
-        { "GIF colours 2 to 256", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 1, d.iGifColors = 200; }, 0, {
-            { P_GIF, IDC_COLORS, TEXT, 0, L"200" }, { P_GIF, IDC_COLORS, TYPE, 0, L"1" }, { P_GIF, IDC_COLORS, TEXT, 0, L"2" },
-            { P_GIF, IDC_COLORS, TYPE, 0, L"999" }, { P_GIF, IDC_COLORS, TEXT, 0, L"256" }, { P_GIF, IDC_COLORS, TYPE, 0, L"" },
-            { P_GIF, IDC_COLORS, TEXT, 0, L"256" }, { P_GIF, IDC_INTERLACED, CLICK }, { P_GIF, IDC_MULTIPAGE, CLICK }, OK },
-          NULL, [](QLRDEVMODE &e) { e.iGifColors = 256, e.bGifInterlaced = 1, e.bGifMultiPage = 0; } },
-        { "JPEG greyscale switches the depth; quality falls back to 75", L"qlr A",
-          [](QLRDEVMODE &d) { d.iJpegSubsampling = 4; }, 0, {
-            { P_JPEG, IDC_GRAYSCALE, CLICK }, { P_JPEG, IDC_DEPTH_8, CHECK, 1 },
-            { P_JPEG, IDC_DEPTH_24, ON, 0 }, { P_JPEG, IDC_DITHER, ON, 1 },
-            { P_JPEG, IDC_DITHER, CLICK }, { P_JPEG, IDC_DITHER, CHECK, 1 },
-            { P_JPEG, IDC_GRAYSCALE, CLICK }, { P_JPEG, IDC_DEPTH_24, CHECK, 1 },
-            { P_JPEG, IDC_DITHER, CHECK, 0 }, { P_JPEG, IDC_DITHER, ON, 0 }, { P_JPEG, IDC_QUALITY, SET, 0, L"" }, OK },
-          NULL, [](QLRDEVMODE &e) { e.iJpegQuality = 75; } },
-        { "TIFF compression and dithering follow the depth", L"qlr A", [](QLRDEVMODE &d) {
-              d.iOutputFormat = 3, d.iTiffBitsPerPixel = 1, d.iTiffCompression = 2, d.bTiffDither = 1; }, 0, {
-            { P_TIFF, IDC_COMPRESSION_FAX3, CHECK, 1 }, { P_TIFF, IDC_DITHER, ON, 1 },
-            { P_TIFF, IDC_COMPRESSION_RLE, ON, 1 }, { P_TIFF, IDC_COMPRESSION_JPEG, ON, 0 },
-            { P_TIFF, IDC_QUALITY, ON, 0 }, { P_TIFF, IDC_DEPTH_24, CLICK },
-            { P_TIFF, IDC_COMPRESSION_LZW, CHECK, 1 }, { P_TIFF, IDC_COMPRESSION_FAX3, CHECK, 0 },
-            { P_TIFF, IDC_DITHER, CHECK, 0 }, { P_TIFF, IDC_DITHER, ON, 0 },
-            { P_TIFF, IDC_COMPRESSION_FAX3, ON, 0 }, { P_TIFF, IDC_COMPRESSION_JPEG, ON, 1 },
-            { P_TIFF, IDC_COMPRESSION_JPEG, CLICK }, { P_TIFF, IDC_QUALITY, ON, 1 },
-            { P_TIFF, IDC_QUALITY, SET, 0, L"42" }, { P_TIFF, IDC_MULTIPAGE, CLICK },
-            OK },
-          NULL, [](QLRDEVMODE &e) { e.iTiffBitsPerPixel = 24, e.iTiffCompression = 5, e.iTiffQuality = 42;
-                                    e.bTiffDither = 0, e.bTiffMultiPage = 0; } },
-        { "TIFF at 1 bit shows JPEG compression as CCITT 4", L"qlr A", [](QLRDEVMODE &d) {
-              d.iOutputFormat = 3, d.iTiffBitsPerPixel = 1, d.iTiffCompression = 5; }, 0, {
-            { P_TIFF, IDC_COMPRESSION_FAX4, CHECK, 1 }, { P_TIFF, IDC_COMPRESSION_JPEG, CHECK, 0 },
-            { P_TIFF, IDC_QUALITY, ON, 0 }, { P_TIFF, IDC_DEPTH_1, CLICK },
-            OK },
-          NULL, [](QLRDEVMODE &e) { e.iTiffCompression = 3; } },
-        { "PCX: unknown depth shows 24, greyscale refreshes the depth", L"qlr A", [](QLRDEVMODE &d) {
-              d.iOutputFormat = 4, d.iPcxBitsPerPixel = 16, d.bPcxDither = 1; }, 0, {
-            { P_PCX, IDC_DEPTH_24, CHECK, 1 }, { P_PCX, IDC_DITHER, CHECK, 0 }, { P_PCX, IDC_DITHER, ON, 0 }, { P_PCX, IDC_DEPTH_1, ON, 0 },
-            { P_PCX, IDC_GRAYSCALE, CLICK }, { P_PCX, IDC_DEPTH_8, CHECK, 1 },
-            { P_PCX, IDC_DEPTH_24, CHECK, 0 }, { P_PCX, IDC_DEPTH_24, ON, 0 },
-            { P_PCX, IDC_DEPTH_1, ON, 1 }, { P_PCX, IDC_DITHER, ON, 1 }, { P_PCX, IDC_DEPTH_1, CLICK }, { P_PCX, IDC_GRAYSCALE, CLICK },
-            { P_PCX, IDC_DEPTH_4, CHECK, 1 }, { P_PCX, IDC_DEPTH_1, CHECK, 0 }, { P_PCX, IDC_DEPTH_1, ON, 0 }, OK },
-          NULL, [](QLRDEVMODE &e) { e.iPcxBitsPerPixel = 4, e.bPcxDither = 0; } },
-        { "PCX greyscale without a depth of its own shows 8", L"qlr A", [](QLRDEVMODE &d) {
-              d.iOutputFormat = 4, d.iPcxBitsPerPixel = 2, d.bPcxGrayscale = 1, d.bPcxDither = 1; }, 0, {
-            { P_PCX, IDC_DEPTH_8, CHECK, 1 }, { P_PCX, IDC_DITHER, CHECK, 1 }, { P_PCX, IDC_DEPTH_1, CLICK }, OK },
-          NULL, [](QLRDEVMODE &e) { e.iPcxBitsPerPixel = 1; } },
-        { "DCX: unticking only the multi-page box survives OK", L"qlr A", [](QLRDEVMODE &d) {
-              d.iOutputFormat = 5, d.bDcxDither = 1; }, 0, {
-            { P_DCX, IDC_DITHER, CHECK, 0 }, { P_DCX, IDC_DITHER, ON, 0 },
-            { P_DCX, IDC_MULTIPAGE, CHECK, 1 }, { P_DCX, IDC_MULTIPAGE, CLICK }, OK },
-          NULL, [](QLRDEVMODE &e) { e.bDcxDither = 0, e.bDcxMultiPage = 0; } },
-        { "switching formats keeps each format's options", L"qlr A", [](QLRDEVMODE &) {}, 0, {
-            { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 3 }, { P_TIFF, 0, SHOWN, 1 }, { P_JPEG, 0, SHOWN, 0 },
-            { P_TIFF, IDC_DEPTH_1, CLICK }, { P_TIFF, IDC_COMPRESSION_PACKBIT, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 1 },
-            { P_GIF, IDC_INTERLACED, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 4 }, { P_PCX, IDC_GRAYSCALE, CLICK },
-            { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 5 }, { P_DCX, IDC_DEPTH_4, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 3 },
-            { P_TIFF, IDC_DEPTH_1, CHECK, 1 }, { P_TIFF, IDC_COMPRESSION_PACKBIT, CHECK, 1 }, OK },
-          NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 3, e.iTiffBitsPerPixel = 1, e.iTiffCompression = 6;
-                                    e.bGifInterlaced = 1, e.bPcxGrayscale = 1, e.iPcxBitsPerPixel = 8;
-                                    e.iDcxBitsPerPixel = 4; } },
-        { "no format chosen: BMP shown, JPEG collected", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
-            { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, -1 }, { P_BMP, 0, SHOWN, 1 }, { P_TIFF, 0, SHOWN, 0 }, OK },
-          NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 2; } },
-        { "paper list, custom size in every unit, resolution, orientation", L"qlr A", [](QLRDEVMODE &) {}, 0, {
-            { PAGE_SETUP, IDC_PAPER_LIST, COUNT, 39 }, { PAGE_SETUP, IDC_PAPER_LIST, ITEM, 38, L"Кон. Personal" },
-            { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, 0 }, { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, L"Letter/ANSI A (8.500 x 11.000 дюйм)" },
-            { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, 14 }, { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, L"A4 (210 x 297 мм)" },
-            { PAGE_SETUP, IDC_CUSTOM_WIDTH, ON, 0 }, { PAGE_SETUP, IDC_CUSTOM_PAPER, CLICK }, { PAGE_SETUP, IDC_PAPER_LIST, ON, 0 },
-            { PAGE_SETUP, IDC_SIZE_LABEL, ON, 0 }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, ON, 1 }, { PAGE_SETUP, IDC_UNIT_LIST, ON, 1 },
-            { PAGE_SETUP, IDC_IN_LABEL, ON, 1 },
-            { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"210.0" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 0 },
-            { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"8.268" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 1 },
-            { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"210.0" }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"297.0" },
-            { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 2 }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"842" },
-            { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 1 }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"20000" },
-            { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"18288.0" }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"abc" },
-            { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"abc" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 0 },
-            { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"720.0" }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"0" },
-            { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"0.039" }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L" +8.27" },
-            { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TYPE, 0, L"11.6905" }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"11.69" },
-            { PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, L"9999" }, { PAGE_SETUP, IDC_RESOLUTION, TEXT, 0, L"2400" },
-            { PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, L"abc" }, { PAGE_SETUP, IDC_RESOLUTION, TEXT, 0, L"200" },
-            { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 6 }, { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, { PAGE_SETUP, IDC_PORTRAIT, CHECK, 0 },
-            { PAGE_SETUP, IDC_CROP, CLICK }, OK },
-          NULL, [](QLRDEVMODE &e) {
-              e.bCustomPaper = 1, e.iCustomUnit = 0, e.iCustomWidth = 8270, e.iCustomHeight = 11690;
-              e.iOrientation = 1, e.dmPublic.dmOrientation = 2, e.bCropEdges = 1, e.iResolution = 300;
-              e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 300, e.dmPublic.dmPaperSize = 256;
-              lstrcpyW(e.dmPublic.dmFormName, L"Custom Paper");
-              e.dmPublic.dmPaperWidth = 2101, e.dmPublic.dmPaperLength = 2969; } },    // 8.27 in, 11.69 in
-        { "pixels keep their number and meet the limits of the resolution", L"qlr A", [](QLRDEVMODE &d) {
-              d.bCustomPaper = 1, d.iCustomUnit = 0, d.iCustomWidth = 750, d.iCustomHeight = 11000; }, 0, {
-            { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"0.75" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 3 },
-            { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"150" },
-            { PAGE_SETUP, IDC_CUSTOM_WIDTH, LEAVE }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"200" },
-            { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 8 }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"600" },
-            { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"2200" }, OK },
-          NULL, [](QLRDEVMODE &e) {
-              e.iCustomUnit = 3, e.iCustomWidth = 600, e.iCustomHeight = 2200, e.iResolution = 600;
-              e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 600, e.dmPublic.dmPaperSize = 256;
-              lstrcpyW(e.dmPublic.dmFormName, L"Custom Paper");
-              e.dmPublic.dmPaperWidth = 254, e.dmPublic.dmPaperLength = 931; } },    // 1 in, 3.667 in
-        { "a stored paper past the table shows A4; an odd resolution its number", L"qlr A", [](QLRDEVMODE &d) {
-              d.iPaper = 39, d.iResolution = d.dmPublic.dmPrintQuality = d.dmPublic.dmYResolution = 120; }, 0, {
-            { PAGE_SETUP, IDC_PAPER_LIST, TEXT, 0, L"A4" }, { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, L"A4 (210 x 297 мм)" },
-            { PAGE_SETUP, IDC_RESOLUTION, TEXT, 0, L"120" }, { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 4 }, OK },
-          NULL, [](QLRDEVMODE &e) { e.iPaper = 14, e.iResolution = 150;
-                                    e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 150; } },
-        { "output page: enabling, hiding, the example", L"qlr A", [](QLRDEVMODE &d) { d.bShowResult = 0; }, 0, {
-            { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, TEXT, 0, L"c:\\QLR Output Files" },
-            { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"example_document_name_01.jpg" },
-            { OUTPUT_PAGE, IDC_DEFAULT_VIEWER, ON, 0 },
-            { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, ON, 0 }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, ON, 0 },
-            { OUTPUT_PAGE, IDC_PARAMS_LABEL, ON, 0 }, { OUTPUT_PAGE, IDC_APP_ICON, SHOWN, 0 }, { OUTPUT_PAGE, IDC_APP_COPYRIGHT, SHOWN, 0 },
-            { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_DEFAULT_VIEWER, ON, 1 }, { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, ON, 1 },
-            { OUTPUT_PAGE, IDC_VIEWER_PATH, ON, 0 }, { OUTPUT_PAGE, IDC_VIEWER_PARAMS, ON, 0 }, { OUTPUT_PAGE, IDC_APP_ICON, SHOWN, 1 },
-            { OUTPUT_PAGE, IDC_APP_DESC, SHOWN, 1 }, { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK }, { OUTPUT_PAGE, IDC_VIEWER_PATH, ON, 1 },
-            { OUTPUT_PAGE, IDC_BROWSE_VIEWER, ON, 1 }, { OUTPUT_PAGE, IDC_VIEWER_PARAMS, ON, 1 }, { OUTPUT_PAGE, IDC_PARAMS_LABEL, ON, 1 },
-            { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"&[Date]" }, { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, g_date.c_str() },
-            { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page" },
-            { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"a&b01]-jpg&[Page" }, { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, SET, 0, L"d:\\images" },
-            { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, L"/view %f" }, OK },
-          NULL, [](QLRDEVMODE &e) {
-              e.bShowResult = 1, e.bUseCustomViewer = 1;
-              lstrcpyW(e.szFileNameMask, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page");
-              lstrcpyW(e.szOutputFolder, L"d:\\images"), lstrcpyW(e.szViewerParams, L"/view %f"); } },
-        { "choosing a viewer alone is saved at OK", L"qlr A", [](QLRDEVMODE &) {}, 0, {
-            { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK }, OK }, NULL, [](QLRDEVMODE &e) { e.bUseCustomViewer = 1; } },
-        { "the macro menu replaces the selected text", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
-            { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"abcXYZ" }, { OUTPUT_PAGE, IDC_FILE_MASK, SELECT, MAKELONG(3, 6) },
-            { OUTPUT_PAGE, IDC_MACRO, CLICK }, { MENU, 0, KEY, 0x0422 }, { OUTPUT_PAGE, IDC_FILE_MASK, TEXT, 0, L"abc&[Type]" },
-            { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"abctif" }, OK },
-          NULL, [](QLRDEVMODE &e) { lstrcpyW(e.szFileNameMask, L"abc&[Type]"); } },
-        { "the program associated with the format, found at full length", L"qlr A", [](QLRDEVMODE &d) {
-              d.iOutputFormat = 5, d.bUseCustomViewer = 1; }, CANCELLED | ASSOCIATED, {
-            { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" },
-            { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"(c) test copyright" }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
-            { OUTPUT_PAGE, IDC_APP_DESC, SHOWN, 0 }, { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, CANCEL } },
-        { "a chosen program; the program dialog cancelled", L"qlr A", [](QLRDEVMODE &d) {
-              d.bUseCustomViewer = 1, lstrcpyW(d.szViewerPath, g_viewer.c_str()); }, CANCELLED, {
-            { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, CLICK },
-            { FILE_DLG, IDCANCEL, CLICK }, { OUTPUT_PAGE, IDC_VIEWER_PATH, TEXT, 0, g_viewer.c_str() },
-            { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" }, CANCEL } },
-        { "choosing profiles from the list", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, WITH_B, {
-            { PAGE_SETUP, IDC_PROFILE_COMBO, COUNT, 3 },
-            { PAGE_SETUP, IDC_PROFILE_COMBO, ITEM, 2, L"qlr B" }, { PAGE_SETUP, IDC_PROFILE_COMBO, CHOOSE, 0 },
-            { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"JPEG Image" }, { FORMAT_PAGE, IDC_PROFILE_COMBO, CHOOSE, 2 },
-            { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"PCX Image" }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr B" },
-            { PAGE_SETUP, IDC_CROP, CLICK }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr B*" }, OK },
-          L"qlr B", [](QLRDEVMODE &e) { e.iOutputFormat = 4, e.bCropEdges = 1;
-                                        lstrcpyW(e.szComments, L"second"); } },
-        { "save dialog: blank name, a name that exists, a name the store refuses", L"qlr A", [](QLRDEVMODE &d) {
-              lstrcpyW(d.szComments, L"first"); }, WITH_B, {
-            { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
-            { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"first" },
-            { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"other" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"   " }, { SAVE, IDOK, CLICK },
-            { BOX, 0xFFFF, TEXT, 0, L"Вы должны определить имя профиля       " }, { BOX, 0, TEXT, 0, L"Error" },
-            { BOX, IDOK, CLICK }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"QLR b" }, { SAVE, IDOK, CLICK },
-            { BOX, 0xFFFF, TEXT, 0, L"Профиль с таким именем существует.\nВы хотите заменить его?           " },
-            { BOX, 0, TEXT, 0, L"Add profile..." }, { BOX, IDNO, CLICK }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"\\qlr bad" },
-            { SAVE, IDOK, CLICK }, { BOX, 0xFFFF, TEXT, 0, L"Ошибка сохранения профиля!            " },
-            { BOX, 0, TEXT, 0, L"Error" }, { BOX, IDOK, CLICK }, { SAVE, IDCANCEL, CLICK },
-            { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"qlr A" }, { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
-            { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"first" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"  qlr C  " },
-            { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"line 1\r\nline 2" },
-            { SAVE, IDOK, CLICK }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr C" },
-            { PAGE_SETUP, IDC_CROP, CLICK }, { FORMAT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr C*" }, OK },
-          L"qlr C", [](QLRDEVMODE &e) { e.bCropEdges = 1, lstrcpyW(e.szComments, L"line 1\r\nline 2"); } },
-        { "the name asked for at OK refused: the record goes out unsaved", NULL, NULL, NOT_SAVED, {
-            { PAGE_SETUP, IDC_CROP, CLICK }, OK, { SAVE, IDCANCEL, CLICK } },
-          L"", [](QLRDEVMODE &e) { e.bCropEdges = 1; } },
-        { "saved again under the profile's name in other letters", L"Case A", [](QLRDEVMODE &d) {
-              d.iOutputFormat = 3; }, 0, {
-            { PAGE_SETUP, IDC_LANDSCAPE, CLICK },
-            { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"Case A*" }, { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
-            { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"Case A" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"case a" }, { SAVE, IDOK, CLICK },
-            { BOX, IDYES, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" },
-            { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" },
-            OK },
-          NULL, [](QLRDEVMODE &e) { e.iOrientation = 1, e.dmPublic.dmOrientation = 2; } },
-        { "manager: rename, refuse a taken name, delete to the end", L"qlr A", [](QLRDEVMODE &d) {
-              d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, WITH_B, {
-            { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK },
-            { MANAGER, IDC_PROFILE_LIST, COUNT, 2 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" },
-            { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"  \\qlr renamed  " },
-            { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"_qlr renamed" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"zqlr renamed" },
-            { MANAGER, IDC_PROFILE_LIST, SEL, 1 },
-            { MANAGER, IDC_PROFILE_LIST, ITEM, 1, L"zqlr renamed" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"QLR B" },
-            { MANAGER, IDC_PROFILE_LIST, ITEM, 1, L"zqlr renamed" }, { MANAGER, IDC_PROFILE_LIST, ITEM, 0, L"qlr B" },
-            { MANAGER, IDC_PROFILE_NAME, SET, 0, L"zqlr renamed" },
-            { MANAGER, IDC_DELETE_PROFILE, CLICK }, { BOX, 0, TEXT, 0, L"Edit profile..." },
-            { BOX, 0xFFFF, TEXT, 0, L"Вы хотите удалить выбранный профиль?          " }, { BOX, IDYES, CLICK },
-            { MANAGER, IDC_PROFILE_LIST, COUNT, 1 },
-            { MANAGER, IDC_PROFILE_LIST, SEL, 0 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr B" },
-            { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"second" },
-            { MANAGER, IDC_DELETE_PROFILE, CLICK }, { BOX, IDYES, CLICK },
-            { MANAGER, IDC_PROFILE_LIST, COUNT, 0 }, { MANAGER, IDC_DELETE_PROFILE, ON, 0 },
-            { MANAGER, IDC_EXPORT_PROFILE, ON, 0 }, { MANAGER, IDC_IMPORT_PROFILE, ON, 1 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"" },
-            { MANAGER, IDCANCEL, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" }, OK,
-            { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr C" }, { SAVE, IDOK, CLICK } },
-          L"qlr C", [](QLRDEVMODE &e) { e = Defaults(); } },
-        { "manager: export, change the comment, import over it", L"qlr A", [](QLRDEVMODE &d) {
-              d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, 0, {
-            { OUTPUT_PAGE, IDC_PROFILE_MANAGER, CLICK },
-            { MANAGER, IDC_EXPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() },
-            { FILE_DLG, IDOK, CLICK }, { MANAGER, IDC_PROFILE_COMMENT, TYPE, 0, L"changed" }, { MANAGER, IDC_IMPORT_PROFILE, CLICK },
-            { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK },
-            { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" },
-            { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { MANAGER, IDOK, CLICK }, OK },
-          NULL, [](QLRDEVMODE &) {} },
-    };
-    for (const Script &s : scripts)
-        Run(s);
+    Run(g_scripts[GetParam()]);
 }
+
+std::string ScriptName(const ::testing::TestParamInfo<size_t> &info)
+{
+    std::string name = g_scripts[info.param].name;
+    for (char &c : name)
+        c = isalnum((unsigned char)c) ? c : '_';
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Scripts, SheetScripts, ::testing::Range<size_t>(0, std::size(g_scripts)),
+                         ScriptName);
 
 // GetGuiResources answers 0 under Wine; the process's GDI handle table, which
 // the x64 PEB points at (offset 0xF8), is counted instead: 24-byte entries of
@@ -502,7 +580,7 @@ int ThreadWindows()
 
 // Every page shown and painted, the output page with a program's icon and
 // version texts: twenty sheets later the process holds what it held.
-TEST_F(SheetScripts, SheetsGiveBackTheirObjectsAndWindows)
+TEST_F(Sheet, SheetsGiveBackTheirObjectsAndWindows)
 {
     QLRDEVMODE dm = Defaults();
     dm.bUseCustomViewer = TRUE;

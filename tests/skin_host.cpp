@@ -3,17 +3,18 @@
 
 // Face 192, shadow 128, dark shadow 0: the mixes halve -64 and -128 exactly.
 const Scheme CLASSIC = { "classic", RGB(192, 192, 192), RGB(128, 128, 128), RGB(0, 0, 0), RGB(255, 255, 255),
-                         RGB(223, 223, 223), RGB(0, 0, 0), RGB(160, 160, 160), RGB(64, 64, 64) };
+                         RGB(223, 223, 223), RGB(0, 0, 0), RGB(160, 160, 160), RGB(64, 64, 64), RGB(0, 0, 0) };
 
 static const int g_Indices[] = { COLOR_BTNFACE, COLOR_BTNSHADOW, COLOR_3DDKSHADOW, COLOR_BTNHIGHLIGHT,
-                                 COLOR_3DLIGHT, COLOR_WINDOWFRAME };
+                                 COLOR_3DLIGHT, COLOR_WINDOWFRAME, COLOR_BTNTEXT };
 static const COLORREF g_Saved[] = { GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNSHADOW),    // at start
                                     GetSysColor(COLOR_3DDKSHADOW), GetSysColor(COLOR_BTNHIGHLIGHT),
-                                    GetSysColor(COLOR_3DLIGHT), GetSysColor(COLOR_WINDOWFRAME) };
+                                    GetSysColor(COLOR_3DLIGHT), GetSysColor(COLOR_WINDOWFRAME),
+                                    GetSysColor(COLOR_BTNTEXT) };
 
 void UseScheme(const Scheme &s)
 {
-    const COLORREF colours[] = { s.face, s.shadow, s.dark, s.hilight, s.light, s.frame };
+    const COLORREF colours[] = { s.face, s.shadow, s.dark, s.hilight, s.light, s.frame, s.text };
     SetSysColors(ARRAYSIZE(g_Indices), g_Indices, colours);
 }
 

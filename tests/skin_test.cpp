@@ -52,7 +52,10 @@ void Fill(HDC dc, COLORREF c, int l, int t, int r, int b) { Round(dc, c, c, l, t
 // Odd differences part ">> 1" from "/ 2": 201 + (-81 >> 1) = 160, 187 + (-87 >> 1) = 143, 150 + (-75 >> 1) = 112;
 // 120 + (-87 >> 1) = 76, 100 + (-89 >> 1) = 55, 75 + (-75 >> 1) = 37.  The light's blue, below 40, darkens to 0.
 const Scheme ODD = { "odd", RGB(201, 187, 150), RGB(120, 100, 75), RGB(33, 11, 0), RGB(250, 245, 240),
-                     RGB(230, 220, 25), RGB(20, 30, 60), RGB(160, 143, 112), RGB(76, 55, 37) };
+                     RGB(230, 220, 25), RGB(20, 30, 60), RGB(160, 143, 112), RGB(76, 55, 37), RGB(0, 0, 0) };
+// White captions on black buttons: the mixes are 0 + (128 >> 1) = 64 and 128 + (-64 >> 1) = 96.
+const Scheme HIGH = { "high contrast", RGB(0, 0, 0), RGB(128, 128, 128), RGB(64, 64, 64), RGB(255, 255, 255),
+                      RGB(192, 192, 192), RGB(255, 255, 255), RGB(64, 64, 64), RGB(96, 96, 96), RGB(255, 255, 255) };
 enum { TAB = WM_APP, ENABLE, LOOK = WM_NULL };    // script actions besides messages
 struct Look { int check, pressed, focus, disabled; };
 
@@ -139,12 +142,13 @@ std::string Compare(HWND c, const Scheme &s, Look k)
                                    2, B - 1, 2, B, R - 2, B, R - 2, B - 1, R - 1, B - 1, R - 1, B - 2, R, B - 2,
                                    R, y + 2, R - 1, y + 2, R - 1, y + 1, R - 2, y + 1, R - 2, y, gap, y });
             RECT t = { 10, 0, std::min<int>(size.cx + 10, gap - 4), size.cy };
+            SetTextColor(dc, s.text);
             DrawTextW(dc, text, -1, &t, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
             return;
         }
         int left = push ? (R - size.cx) >> 1 : 17, top = ((B - size.cy) >> 1) - !push;
         RECT t = { left, top, left + size.cx, top + size.cy }, f = { 4, 4, R - 4, B - 4 };
-        SetTextColor(dc, k.disabled ? s.shadow : push && k.pressed ? s.hilight : RGB(0, 0, 0));
+        SetTextColor(dc, k.disabled ? s.shadow : push && k.pressed ? s.hilight : s.text);
         DrawTextW(dc, text, -1, &t, DT_CENTER);
         if (!push)    // the caption grown by one, one more at the bottom, within the control
             f = { std::max(left - 1, 0), std::max(top - 1, 0), std::min<int>(t.right + 1, R),
@@ -253,6 +257,6 @@ TEST_P(Skin, ControlsFollowTheirMessages)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(ClassicAndOdd, Skin, ::testing::Values(&CLASSIC, &ODD));
+INSTANTIATE_TEST_SUITE_P(Schemes, Skin, ::testing::Values(&CLASSIC, &ODD, &HIGH));
 
 }  // namespace

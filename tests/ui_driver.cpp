@@ -8,11 +8,12 @@
 
 namespace {
 
-enum { TICK_MS = 30, MAX_TICKS = 400 };
+enum { TICK_MS = 30, MAX_TICKS = 1500 };
+enum Played { DONE, DONE_WAIT, AGAIN };     // next step now; next step on a later tick; this step again then
 
 const char *g_name;
 const std::vector<Step> *g_steps;
-size_t g_next;
+size_t g_next, g_sub;    // the step being played, and how far a step of several ticks has come
 int g_ticks;
 HWND g_sheet;
 std::vector<HWND> g_driving;    // dialogs whose steps are being played, outermost first
@@ -48,12 +49,119 @@ HWND Target(HWND hDlg, int where)
     return where >= P_BMP ? hPanel : hPage;
 }
 
-void Play(HWND hDlg, const Step &s, size_t index)
+// The control with the focus; the edit of a combo box counts as the combo.
+HWND Focused()
+{
+    HWND f = GetFocus();
+    return f && ClassIs(GetParent(f), L"ComboBox") ? GetParent(f) : f;
+}
+
+// A control a keyboard user can reach: shown, enabled, and no empty read-only field.
+bool Usable(HWND c)
+{
+    bool emptyField = ClassIs(c, L"Edit") && (GetWindowLongW(c, GWL_STYLE) & ES_READONLY) && !GetWindowTextLengthW(c);
+    return c && IsWindowVisible(c) && IsWindowEnabled(c) && !emptyField;
+}
+
+void Go(HWND c)
+{
+    SendMessageW(GetAncestor(c, GA_ROOT), WM_NEXTDLGCTL, (WPARAM)c, TRUE);
+}
+
+// A real key, through the system's input queue to the active window, as a user presses it.
+void Press(HWND t, WORD vk, bool shift)
+{
+    SetForegroundWindow(GetAncestor(t, GA_ROOT));
+    if (shift)
+        keybd_event(VK_SHIFT, 0, 0, 0);
+    keybd_event((BYTE)vk, 0, 0, 0), keybd_event((BYTE)vk, 0, KEYEVENTF_KEYUP, 0);
+    if (shift)
+        keybd_event(VK_SHIFT, 0, KEYEVENTF_KEYUP, 0);
+}
+
+std::vector<int> Ids(LPCWSTR s)
+{
+    std::vector<int> ids;
+    for (WCHAR *end; *s; s = end)
+        ids.push_back((int)wcstol(s, &end, 10));
+    return ids;
+}
+
+std::string Names(const std::vector<int> &ids)
+{
+    std::string text;
+    for (int id : ids)
+        text += " " + std::to_string(id);
+    return text;
+}
+
+// Tab from the first id round to it again, then Shift+Tab: inside t the focus stops at the
+// listed ids in order and then in reverse; outside (the sheet's own buttons) on usable controls.
+Played TabCycle(HWND t, const std::vector<int> &want, const std::string &at)
+{
+    static std::vector<int> seen;
+    bool back = g_sub > 200;
+    HWND f = Focused();
+    if (g_sub == 0 || g_sub == 201) {
+        seen.clear();
+        Go(GetDlgItem(t, want[0]));
+    } else if ((f && IsChild(t, f) && GetDlgCtrlID(f) == want[0]) || g_sub % 201 > 60) {
+        std::vector<int> expect(want.begin() + 1, want.end());
+        if (back)
+            std::reverse(expect.begin(), expect.end());
+        EXPECT_EQ(Names(expect), Names(seen)) << at << (back ? " Shift+Tab" : " Tab") << " stops";
+        if (back)
+            return DONE;
+        g_sub = 200;
+    } else {
+        EXPECT_TRUE(Usable(f)) << at << " Tab stopped on an unusable control " << GetDlgCtrlID(f);
+        if (f && IsChild(t, f))
+            seen.push_back(GetDlgCtrlID(f));
+    }
+    g_sub++;
+    Press(t, VK_TAB, g_sub > 200);
+    return AGAIN;
+}
+
+// From every usable radio button of the group, each arrow key lands on the next usable one
+// (Down, Right) or the one before (Up, Left), round the group.
+Played ArrowProbes(HWND t, const std::vector<int> &group, const std::string &at)
+{
+    static const WORD keys[] = { VK_DOWN, VK_RIGHT, VK_UP, VK_LEFT };
+    static int expected;
+    if (g_sub) {
+        EXPECT_EQ(expected, GetDlgCtrlID(Focused())) << at << " arrow " << (g_sub - 1) % 4 << " from "
+                                                     << group[(g_sub - 1) / 4];
+    }
+    for (; g_sub < 4 * group.size(); g_sub++) {
+        std::vector<int> usable;
+        for (int id : group)
+            if (Usable(GetDlgItem(t, id)))
+                usable.push_back(id);
+        size_t i = std::find(usable.begin(), usable.end(), group[g_sub / 4]) - usable.begin(), n = usable.size();
+        if (i == n)
+            continue;
+        expected = usable[g_sub % 4 < 2 ? (i + 1) % n : (i + n - 1) % n];
+        Go(GetDlgItem(t, group[g_sub / 4]));
+        Press(t, keys[g_sub++ % 4], false);
+        return AGAIN;
+    }
+    return DONE;
+}
+
+WORD KeyOf(WCHAR ch)
+{
+    return ch == L'\r' ? VK_RETURN : ch == L'\t' ? VK_TAB : ch == 0x1b ? VK_ESCAPE : (WORD)towupper(ch);
+}
+
+Played Play(HWND hDlg, const Step &s, size_t index)
 {
     HWND t = Target(hDlg, s.where), c = s.id ? GetDlgItem(t, s.id) : t;
     bool combo = ClassIs(c, L"ComboBox");
     std::string at = std::string(g_name) + ", step " + std::to_string(index) + ", control " + std::to_string(s.id);
-    ASSERT_NE(nullptr, c) << at << " missing";
+    EXPECT_NE(nullptr, c) << at << " missing";
+    if (!c)
+        return DONE;
     std::wstring text = s.s ? s.s : L"";
     WCHAR item[300] = L"";
     switch (s.op) {
@@ -80,7 +188,15 @@ void Play(HWND hDlg, const Step &s, size_t index)
         break;
     case COUNT: EXPECT_EQ(s.n, SendMessageW(c, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0)) << at << " size"; break;
     case SEL: EXPECT_EQ(s.n, SendMessageW(c, combo ? CB_GETCURSEL : LB_GETCURSEL, 0, 0)) << at << " choice"; break;
+    case GO: Go(c); break;
+    case KEYS:
+        Press(t, KeyOf(s.s[g_sub]), s.n);
+        return s.s[++g_sub] ? AGAIN : DONE_WAIT;
+    case FOCUS: EXPECT_EQ(c, Focused()) << at << " focus on " << GetDlgCtrlID(Focused()); break;
+    case TABS: return TabCycle(t, Ids(s.s), at);
+    case ARROWS: return ArrowProbes(t, Ids(s.s), at);
     }
+    return DONE;
 }
 
 BOOL CALLBACK FindInputDialog(HWND hwnd, LPARAM lParam)
@@ -111,7 +227,14 @@ void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD)
         const Step &s = (*g_steps)[g_next];
         if (s.where < SAVE ? kind != PAGE_SETUP : s.where != kind)
             break;
-        Play(h, s, g_next++);
+        size_t index = g_next++;    // a step that opens a modal loop is past when its dialog's steps come
+        Played played = Play(h, s, index);
+        if (played == AGAIN)
+            g_next = index;
+        else
+            g_sub = 0;
+        if (played != DONE)
+            break;
     }
     g_driving.pop_back();
 }
@@ -136,7 +259,7 @@ std::wstring TextOf(HWND hwnd)
 
 size_t RunScript(const char *name, const std::vector<Step> &steps, const std::function<void()> &open)
 {
-    g_name = name, g_steps = &steps, g_next = 0, g_ticks = 0, g_sheet = NULL;
+    g_name = name, g_steps = &steps, g_next = 0, g_sub = 0, g_ticks = 0, g_sheet = NULL;
     HANDLE done = CreateEventW(NULL, TRUE, FALSE, NULL), watch = CreateThread(NULL, 0, Watchdog, done, 0, NULL);
     UINT_PTR timer = SetTimer(NULL, 0, TICK_MS, Tick);
     open();

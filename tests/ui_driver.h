@@ -16,9 +16,14 @@ enum Where {
 };
 enum Op {
     CLICK, CHOOSE, SELECT, SET, LEAVE, TYPE, KEY, PRESS,   // actions
-    TEXT, CHECK, ON, SHOWN, ITEM, COUNT, SEL                // expectations
+    GO, KEYS,                                               // the focus moved; real keys pressed
+    TEXT, CHECK, ON, SHOWN, ITEM, COUNT, SEL,               // expectations
+    FOCUS, TABS, ARROWS                                     // where the focus is; where keys take it
 };
 // n: index, check state, flag, key, sheet button or MAKELONG(start, end); s: text.
+// KEYS: s the keys, one a tick: letters and digits, "\r", "\t", "\x1b" and " "; n 1 holds Shift.
+// TABS: s the ids Tab stops at inside the window, in reading order from the first.
+// ARROWS: s the ids of one radio group.
 struct Step { int where; int id; int op; int n = 0; LPCWSTR s = nullptr; };
 
 std::wstring TextOf(HWND hwnd);

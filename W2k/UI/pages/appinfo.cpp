@@ -85,9 +85,9 @@ void ReleaseApplicationIcon(HWND hPage)
 
 static void ClearTexts(HWND hPage)
 {
-    SetDlgItemTextW(hPage, IDC_APP_DESC, L"");
-    SetDlgItemTextW(hPage, IDC_APP_VERSION, L"");
-    SetDlgItemTextW(hPage, IDC_APP_COPYRIGHT, L"");
+    SetReadOnlyText(hPage, IDC_APP_DESC, L"");
+    SetReadOnlyText(hPage, IDC_APP_VERSION, L"");
+    SetReadOnlyText(hPage, IDC_APP_COPYRIGHT, L"");
 }
 
 static void QueryString(void *pBlock, WORD lang, WORD cp, LPCWSTR pszName, WCHAR *pszOut, int cch)
@@ -124,9 +124,9 @@ static void ShowVersionInfo(HWND hPage, LPCWSTR pszProgram)
         if (VerQueryValueW(pBlock, L"\\", (void **)&pFixed, &cbFixed) && pFixed && cbFixed >= sizeof(*pFixed))
             wsprintfW(szVersion, L"%d.%d.%d.%d", HIWORD(pFixed->dwFileVersionMS), LOWORD(pFixed->dwFileVersionMS),
                       HIWORD(pFixed->dwFileVersionLS), LOWORD(pFixed->dwFileVersionLS));
-        SetDlgItemTextW(hPage, IDC_APP_DESC, szDesc);
-        SetDlgItemTextW(hPage, IDC_APP_VERSION, szVersion);
-        SetDlgItemTextW(hPage, IDC_APP_COPYRIGHT, szCopyright);
+        SetReadOnlyText(hPage, IDC_APP_DESC, szDesc);
+        SetReadOnlyText(hPage, IDC_APP_VERSION, szVersion);
+        SetReadOnlyText(hPage, IDC_APP_COPYRIGHT, szCopyright);
     }
     LocalFree(pBlock);
 }

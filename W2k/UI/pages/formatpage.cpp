@@ -43,6 +43,25 @@ void InitFormatPage(HWND hPage, PSHEETSTATE pSheet)
     }
 }
 
+static BOOL FocusInPanel(const SHEETSTATE *pSheet, HWND hFocus)
+{
+    for (HWND hPanel : pSheet->hwndFormatPanels)
+        if (hPanel && IsChild(hPanel, hFocus))
+            return TRUE;
+    return FALSE;
+}
+
+/* A profile loaded while the focus was inside a panel must not leave it on
+ * a control now hidden or disabled, nor on the bare page where hiding its
+ * panel put it: it goes back to its control while that is still usable, else
+ * to the format list, which chose the panel. */
+static void KeepFocusUsable(HWND hPage, HWND hFocus)
+{
+    HWND hTo = IsWindowVisible(hFocus) && IsWindowEnabled(hFocus) ? hFocus : GetDlgItem(hPage, IDC_FORMAT_LIST);
+    if (GetFocus() != hTo)
+        SetFocus(hTo);
+}
+
 /* A format outside the list, which a profile or a caller may bring, has no
  * panel: it is shown, and so collected, as JPEG, the choice Collect makes
  * for an empty selection, so that what the user sees is what is stored. */
@@ -51,12 +70,16 @@ void LoadFormatPage(HWND hPage, PSHEETSTATE pSheet)
     if (!IsFormat(pSheet->work.iOutputFormat))
         pSheet->work.iOutputFormat = FORMAT_JPEG;
     SendDlgItemMessageW(hPage, IDC_FORMAT_LIST, CB_SETCURSEL, pSheet->work.iOutputFormat, 0);
+    HWND hFocus = GetFocus();
+    BOOL bFocusInPanel = FocusInPanel(pSheet, hFocus);
     for (int i = 0; i < FORMAT_COUNT; i++)
         ShowFormatPanel(pSheet, i, FALSE);
     ShowFormatPanel(pSheet, pSheet->work.iOutputFormat, TRUE);
     for (int i = 0; i < FORMAT_COUNT; i++)
         if (pSheet->hwndFormatPanels[i])
             g_Panels[i].Show(pSheet->hwndFormatPanels[i], pSheet);
+    if (bFocusInPanel)
+        KeepFocusUsable(hPage, hFocus);
 }
 
 void CollectFormatPage(HWND hPage, PSHEETSTATE pSheet)

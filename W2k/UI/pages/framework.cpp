@@ -45,6 +45,32 @@ static void LoadPages(PSHEETSTATE pSheet)
             g_PageDescs[i].Load(pSheet->hwndPages[i], pSheet);
 }
 
+/* A value typed into a box counts when the box loses the focus.  A click on
+ * OK or on a button takes the focus first; Enter, or a button reached by its
+ * mnemonic, leaves it in the box.  So before the pages are read, the box that
+ * holds the focus is told it lost it, exactly as the click would have told
+ * it: without this the resolution or size typed last would reach the record
+ * only after the pages were collected, half applied, or not at all.  The
+ * box's page or panel answers as it answers a real loss of focus; answering
+ * twice changes nothing, since each answer rewrites the box in the form it
+ * reads back unchanged. */
+static void CommitFocusedBox(PSHEETSTATE pSheet)
+{
+    HWND hBox = GetFocus();
+    WCHAR szClass[16];
+    if (!hBox || !GetClassNameW(hBox, szClass, ARRAY_COUNT(szClass)) || lstrcmpiW(szClass, WC_EDITW) != 0)
+        return;
+    WORD code = EN_KILLFOCUS;
+    HWND hParent = GetParent(hBox);
+    if (GetClassNameW(hParent, szClass, ARRAY_COUNT(szClass)) && lstrcmpiW(szClass, WC_COMBOBOXW) == 0) {
+        hBox = hParent;
+        code = CBN_KILLFOCUS;
+    }
+    for (int i = 0; i < PAGE_COUNT; i++)
+        if (PageExists(pSheet, i) && IsChild(pSheet->hwndPages[i], hBox))
+            SendMessageW(GetParent(hBox), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(hBox), code), (LPARAM)hBox);
+}
+
 static void CollectPages(PSHEETSTATE pSheet)
 {
     for (int i = 0; i < PAGE_COUNT; i++)
@@ -129,6 +155,7 @@ LRESULT NotifySheetChanged(HWND hPage, PSHEETSTATE pSheet)
  * the profile it saved is then the one every combo selects, unmarked. */
 static BOOL SaveProfileAs(PSHEETSTATE pSheet, HWND hPage)
 {
+    CommitFocusedBox(pSheet);
     CollectPages(pSheet);
     if (!RunSaveProfileDialog(pSheet, hPage))
         return FALSE;
@@ -142,6 +169,7 @@ static BOOL SaveProfileAs(PSHEETSTATE pSheet, HWND hPage)
  * not saved to a profile are replaced. */
 static LONG OpenProfileManager(PSHEETSTATE pSheet, HWND hPage)
 {
+    CommitFocusedBox(pSheet);
     CollectPages(pSheet);
     RunProfileManager(pSheet, hPage);
     RefillProfileCombos(pSheet, FALSE);
@@ -159,11 +187,15 @@ static void MakePrinterDefault(PSHEETSTATE pSheet)
 }
 
 /* The sheet sends its apply notification to every page that exists; the
- * work is done for the first of them only. */
+ * work is done for the first of them only.  A value still waiting in its box
+ * is a change like any other, so it is taken before the sheet asks whether
+ * anything changed. */
 static void ApplySheetChanges(HWND hPage, PSHEETSTATE pSheet)
 {
     int c = pSheet->nApplyCalls;
     pSheet->nApplyCalls = (c + 1) % PAGE_COUNT;
+    if (c == 0)
+        CommitFocusedBox(pSheet);
     if (pSheet->bApplied || c != 0)
         return;
     CollectPages(pSheet);

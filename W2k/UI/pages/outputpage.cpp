@@ -10,11 +10,23 @@
 
 static const int g_CustomViewerControls[] = { IDC_VIEWER_PARAMS, IDC_PARAMS_LABEL, IDC_VIEWER_PATH, IDC_BROWSE_VIEWER };
 
+/* A read-only field is worth a Tab stop only while it holds something to
+ * select and copy; an empty one would take the focus and show nothing. */
+void SetReadOnlyText(HWND hPage, int id, LPCWSTR pszText)
+{
+    HWND hField = GetDlgItem(hPage, id);
+    SetWindowTextW(hField, pszText);
+    LONG_PTR style = GetWindowLongPtrW(hField, GWL_STYLE);
+    LONG_PTR wanted = pszText[0] ? style | WS_TABSTOP : style & ~(LONG_PTR)WS_TABSTOP;
+    if (wanted != style)
+        SetWindowLongPtrW(hField, GWL_STYLE, wanted);
+}
+
 static void ShowExample(HWND hPage, PSHEETSTATE pSheet, LPCWSTR pszMask)
 {
     WCHAR szExample[EXAMPLE_CHARS];
     ExpandFileNameMask(hPage, pSheet, pszMask, szExample);
-    SetDlgItemTextW(hPage, IDC_EXAMPLE_NAME, szExample);
+    SetReadOnlyText(hPage, IDC_EXAMPLE_NAME, szExample);
 }
 
 /* Reads the two flags from the record, not from the buttons. */
@@ -34,7 +46,7 @@ void LoadOutputPage(HWND hPage, PSHEETSTATE pSheet)
     CheckDlgButton(hPage, IDC_SHOW_RESULT, pdm->bShowResult ? BST_CHECKED : BST_UNCHECKED);
     CheckDlgButton(hPage, IDC_DEFAULT_VIEWER, pdm->bUseCustomViewer ? BST_UNCHECKED : BST_CHECKED);
     CheckDlgButton(hPage, IDC_CUSTOM_VIEWER, pdm->bUseCustomViewer ? BST_CHECKED : BST_UNCHECKED);
-    SetDlgItemTextW(hPage, IDC_VIEWER_PATH, pdm->szViewerPath);
+    SetReadOnlyText(hPage, IDC_VIEWER_PATH, pdm->szViewerPath);
     SetDlgItemTextW(hPage, IDC_OUTPUT_FOLDER, pdm->szOutputFolder);
     SetDlgItemTextW(hPage, IDC_FILE_MASK, pdm->szFileNameMask);
     SetDlgItemTextW(hPage, IDC_VIEWER_PARAMS, pdm->szViewerParams);
@@ -93,7 +105,7 @@ static void ChooseApplication(HWND hPage, PSHEETSTATE pSheet)
     ofn.Flags = OFN_LONGNAMES | OFN_EXPLORER | OFN_NOTESTFILECREATE | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;
     if (!GetOpenFileNameW(&ofn))
         return;
-    SetDlgItemTextW(hPage, IDC_VIEWER_PATH, szFile);
+    SetReadOnlyText(hPage, IDC_VIEWER_PATH, szFile);
     lstrcpynW(pSheet->work.szViewerPath, szFile, QLR_PATH_CHARS);
     RefreshApplicationInfo(hPage, pSheet);
     NotifySheetChanged(hPage, pSheet);

@@ -68,6 +68,7 @@ void InsertMacro(HWND hPage, PSHEETSTATE pSheet);
 void LoadOutputPage(HWND hPage, PSHEETSTATE pSheet);
 void CollectOutputPage(HWND hPage, PSHEETSTATE pSheet);
 void OnOutputPageCommand(HWND hPage, PSHEETSTATE pSheet, WORD id, WORD code);
+void SetReadOnlyText(HWND hPage, int id, LPCWSTR pszText);
 
 /* appinfo.cpp: the program the shell opens an image type with */
 #define COMMAND_CHARS 520

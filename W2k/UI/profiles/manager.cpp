@@ -119,28 +119,29 @@ static void RefuseName(HWND hDlg)
     SetFocus(GetDlgItem(hDlg, IDC_PROFILE_NAME));
 }
 
-static void OnRename(HWND hDlg)
+/* FALSE when the name is refused and the focus is sent back to it. */
+static BOOL OnRename(HWND hDlg)
 {
     WCHAR szOld[PROFILE_NAME_CHARS], szNew[PROFILE_NAME_CHARS];
     LRESULT sel;
     if (!SelectedName(hDlg, szOld, &sel)) {
         SetFocus(GetDlgItem(hDlg, IDC_PROFILE_NAME));
-        return;
+        return FALSE;
     }
     GetDlgItemTextW(hDlg, IDC_PROFILE_NAME, szNew, PROFILE_NAME_CHARS);
     TrimBlanks(szNew);
     if (!szNew[0]) {
         RefuseName(hDlg);
-        return;
+        return FALSE;
     }
     ReplaceBackslashes(szNew);
     SetDlgItemTextW(hDlg, IDC_PROFILE_NAME, szNew);
     if (NameTakenByOther(hDlg, szNew, sel)) {
         RefuseName(hDlg);
-        return;
+        return FALSE;
     }
     if (EqualNoCase(szOld, szNew))
-        return;
+        return TRUE;
     LPCWSTR pszNow = szNew;
     if (!RenameProfile(szOld, szNew)) {
         Beep();
@@ -149,6 +150,7 @@ static void OnRename(HWND hDlg)
     }
     RefillList(hDlg);
     SelectByName(hDlg, pszNow);
+    return TRUE;
 }
 
 static void OnSaveComment(HWND hDlg)
@@ -167,6 +169,21 @@ static void OnSaveComment(HWND hDlg)
     LocalFree(pTemp);
     if (!ok)
         Beep();
+}
+
+/* The name and the comment are stored when their edit loses the focus.  A
+ * click on OK or Cancel takes the focus first; Enter and Esc leave it in the
+ * edit, so the edit is served here as the click would have served it.  A
+ * refused name keeps the dialog open with the focus on it, so the user hears
+ * the refusal and can mend the name instead of losing it. */
+static BOOL CommitFocusedEdit(HWND hDlg)
+{
+    HWND hFocus = GetFocus();
+    if (hFocus == GetDlgItem(hDlg, IDC_PROFILE_NAME))
+        return OnRename(hDlg);
+    if (hFocus == GetDlgItem(hDlg, IDC_PROFILE_COMMENT))
+        OnSaveComment(hDlg);
+    return TRUE;
 }
 
 static void InitFileDialog(OPENFILENAMEW *pOfn, HWND hDlg, WCHAR *pszFile, LPCWSTR pszTitle, DWORD dwFlags)
@@ -237,7 +254,8 @@ static void OnManagerCommand(HWND hDlg, WORD id, WORD code)
     case IDC_EXPORT_PROFILE: OnExport(hDlg); break;
     case IDOK:
     case IDCANCEL:
-        EndDialog(hDlg, id);
+        if (CommitFocusedEdit(hDlg))
+            EndDialog(hDlg, id);
         break;
     case IDC_HELP_BUTTON:
         ShowHelpTopic(hDlg, HELP_PROFILE_EDIT);

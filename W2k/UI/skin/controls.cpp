@@ -106,10 +106,16 @@ static void DrawButtonText(HWND hwnd, HDC hdc, RECT *prcText, LPCWSTR pszCaption
     prcText->right = prcText->left + size.cx;
     prcText->bottom = prcText->top + size.cy;
 
+    /* A caption at rest takes the user's button-text colour, read at each
+     * paint.  Under any scheme whose button text is black that is the very
+     * black a fresh memory DC draws in; under a dark scheme it stays readable
+     * where the fresh DC's black would vanish into the face. */
+    COLORREF clrText = GetSysColor(COLOR_BTNTEXT);
     if (itemState & ODS_DISABLED)
-        SetTextColor(hdc, g_Skin.clrShadow);
+        clrText = g_Skin.clrShadow;
     else if (pControl->nKind == SKIN_PUSH && (itemState & ODS_SELECTED))
-        SetTextColor(hdc, g_Skin.clrHilight);
+        clrText = g_Skin.clrHilight;
+    SetTextColor(hdc, clrText);
     SetBkMode(hdc, TRANSPARENT);
     DrawTextW(hdc, pszCaption, -1, prcText, DT_CENTER);
 

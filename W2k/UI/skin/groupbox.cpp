@@ -35,6 +35,9 @@ static void PaintGroupBox(HWND hwnd)
     Polyline(hdc, frame, 22);
 
     RECT rcCaption = { 10, 0, size.cx + 10 < gapEnd - 4 ? size.cx + 10 : gapEnd - 4, size.cy };
+    /* The paint DC's default text colour is black whatever the user chose;
+     * the caption follows the button-text colour as the buttons' do. */
+    SetTextColor(hdc, GetSysColor(COLOR_BTNTEXT));
     SetBkMode(hdc, TRANSPARENT);
     DrawTextW(hdc, szCaption, -1, &rcCaption, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
 
