@@ -35,7 +35,7 @@ std::wstring Today()
 
 // A program with a version resource, one without, a profile file, today.
 const std::wstring g_viewer = Beside(L"versioned.exe"), g_self = Beside(L"sheet_test.exe");
-const std::wstring g_file = g_viewer + L".qlr", g_date = Today();
+const std::wstring g_file = g_viewer + L".qlr", g_date = Today(), g_long(300, L'x');
 
 QLRDEVMODE Defaults()
 {
@@ -130,7 +130,7 @@ void CustomMm(QLRDEVMODE &d)
     lstrcpyW(d.dmPublic.dmFormName, L"Custom Paper");
 }
 
-enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8 };
+enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16 };    // LAZY: no page opened ahead
 
 struct Script {
     const char *name;
@@ -210,6 +210,8 @@ protected:
         // Every page is created first, so that OK collects all three.
         std::vector<Step> steps = { { OUTPUT_PAGE, 0, SHOWN, 1 }, { FORMAT_PAGE, 0, SHOWN, 1 },
                                     { PAGE_SETUP, 0, SHOWN, 1 } };
+        if (s.flags & LAZY)
+            steps.clear();
         steps.insert(steps.end(), s.steps.begin(), s.steps.end());
         size_t played = RunScript(s.name, steps, [&] {
             result = DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, (DEVMODEW *)out.data(), NULL,
@@ -227,12 +229,12 @@ protected:
             return;
         }
         EXPECT_EQ(IDOK, result);
-        s.expect(e);
         // Collecting the pages writes the paper's public fields, the colour
         // and the depth, and saving marks the record as the profile's.
         e.dmPublic.dmFields &= ~0x1000E;
         e.dmPublic.dmFields |= e.bCustomPaper ? 0xE : 0x10002;
         e.dmPublic.dmColor = 2, e.dmPublic.dmBitsPerPel = 32, e.m_bProfiled = !(s.flags & NOT_SAVED);
+        s.expect(e);
         Compare(out.data(), e, "output record");
         EXPECT_EQ(s.after ? s.after : s.profile, CurrentName());
         std::vector<BYTE> printer = PrinterRecord();
@@ -452,9 +454,12 @@ const Script g_scripts[] = {
         { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" },
         OK },
       NULL, [](QLRDEVMODE &e) { e.iOrientation = 1, e.dmPublic.dmOrientation = 2; } },
-    { "manager: rename, refuse a taken name, delete to the end", L"qlr A", [](QLRDEVMODE &d) {
-          d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, WITH_B, {
-        { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK },
+    { "manager: choose, rename, refuse a taken name, delete to the end, import into the empty list", L"qlr A",
+      [](QLRDEVMODE &d) { d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, WITH_B, {
+        { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK }, { MANAGER, IDC_EXPORT_PROFILE, CLICK },
+        { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK }, { MANAGER, IDC_PROFILE_LIST, CHOOSE, 1 },
+        { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr B" }, { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"second" },
+        { MANAGER, IDC_PROFILE_LIST, CHOOSE, 0 },
         { MANAGER, IDC_PROFILE_LIST, COUNT, 2 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" },
         { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"  \\qlr renamed  " },
         { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"_qlr renamed" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"zqlr renamed" },
@@ -470,9 +475,12 @@ const Script g_scripts[] = {
         { MANAGER, IDC_DELETE_PROFILE, CLICK }, { BOX, IDYES, CLICK },
         { MANAGER, IDC_PROFILE_LIST, COUNT, 0 }, { MANAGER, IDC_DELETE_PROFILE, ON, 0 },
         { MANAGER, IDC_EXPORT_PROFILE, ON, 0 }, { MANAGER, IDC_IMPORT_PROFILE, ON, 1 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"" },
+        { MANAGER, IDC_IMPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK },
+        { MANAGER, IDC_PROFILE_LIST, SEL, 0 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" },
+        { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" }, { MANAGER, IDC_EXPORT_PROFILE, ON, 1 },
         { MANAGER, IDCANCEL, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" }, OK,
         { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr C" }, { SAVE, IDOK, CLICK } },
-      L"qlr C", [](QLRDEVMODE &e) { e = Defaults(); } },
+      L"qlr C", [](QLRDEVMODE &e) { QLRDEVMODE d = Defaults(); d.dmPublic = e.dmPublic, d.m_bProfiled = 1, e = d; } },
     { "manager: export, change the comment, import over it", L"qlr A", [](QLRDEVMODE &d) {
           d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, 0, {
         { OUTPUT_PAGE, IDC_PROFILE_MANAGER, CLICK },
@@ -482,6 +490,23 @@ const Script g_scripts[] = {
         { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" },
         { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { MANAGER, IDOK, CLICK }, OK },
       NULL, [](QLRDEVMODE &) {} },
+    { "a change made before a page is first shown still counts at OK", L"qlr A", [](QLRDEVMODE &) {}, LAZY, {
+        { PAGE_SETUP, IDC_CROP, CLICK }, { OUTPUT_PAGE, 0, SHOWN, 1 }, OK },
+      NULL, [](QLRDEVMODE &e) { e.bCropEdges = 1, e.dmPublic.dmBitsPerPel = 24; } },    // the format page never made
+    { "OK with nothing changed writes nothing", L"qlr A", [](QLRDEVMODE &) {}, NOT_SAVED, { OK },
+      NULL, [](QLRDEVMODE &e) { e.dmPublic = Defaults().dmPublic, e.m_bProfiled = 1; } },
+    { "About box; quality typed 0 and 150; a stored 32-bit JPEG; a format past the list", L"qlr A",
+      [](QLRDEVMODE &d) { d.iOutputFormat = 9, d.iJpegBitsPerPixel = 32; }, 0, {
+        { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"JPEG Image" }, { P_JPEG, IDC_DEPTH_32, CHECK, 1 },
+        { FORMAT_PAGE, IDC_ABOUT, CLICK }, { ABOUT_BOX, IDOK, CLICK }, { P_JPEG, IDC_QUALITY, SET, 0, L"0" },
+        { P_TIFF, IDC_QUALITY, SET, 0, L"150" }, OK },
+      NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 2, e.iJpegQuality = 1, e.iTiffQuality = 100; } },
+    { "output texts are cut to 259 characters", L"qlr A", [](QLRDEVMODE &) {}, 0, {
+        { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, SET, 0, g_long.c_str() }, { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, g_long.c_str() },
+        { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, g_long.c_str() }, OK },
+      NULL, [](QLRDEVMODE &e) {
+          for (WCHAR *p : { e.szOutputFolder, e.szFileNameMask, e.szViewerParams })
+              lstrcpyW(p, g_long.substr(0, 259).c_str()); } },
     { "keyboard: page setup in reading order, arrows kept in their group, Space, Esc", L"qlr A",
       [](QLRDEVMODE &) {}, CANCELLED, {
         { PAGE_SETUP, 0, TABS, 0, L"1001 1002 1003 1096 1007 1008 1012 1013 1017" },
