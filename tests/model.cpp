@@ -164,3 +164,19 @@ DWORD ExpectedCap(WORD cap, BYTE *out, int resolution, POINT paper)
         }
     return (DWORD)-1;
 }
+
+std::wstring PaperName(int row)
+{
+    return g_Papers[row].name;
+}
+
+std::wstring SizeLabel(int row)
+{
+    wchar_t text[96];
+    const auto &p = g_Papers[row];
+    if (p.mm)
+        swprintf(text, 96, L"%ls (%d x %d мм)", p.name, p.w, p.h);
+    else
+        swprintf(text, 96, L"%ls (%d.%03d x %d.%03d дюйм)", p.name, p.w / 1000, p.w % 1000, p.h / 1000, p.h % 1000);
+    return text;
+}

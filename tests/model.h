@@ -30,6 +30,9 @@ Bytes WriteOut(const Bytes &work, const BYTE *callerIn);
 std::string FirstDiff(const BYTE *got, const BYTE *want, size_t n);
 // A capability's answer, its output written into out (when given) for a
 // working record whose resolution and current paper size are these.
+// A paper table row's name, and the size label the page-setup page shows for it.
+std::wstring PaperName(int row);
+std::wstring SizeLabel(int row);
 DWORD ExpectedCap(WORD cap, BYTE *out, int resolution, POINT currentPaper);
 
 #endif

@@ -5,6 +5,8 @@
 // with the record the script's changes must give.
 #include <gtest/gtest.h>
 #include <stddef.h>
+#include <algorithm>
+#include <deque>
 #include <windows.h>
 #include <prsht.h>
 #include "files.h"
@@ -130,7 +132,114 @@ void CustomMm(QLRDEVMODE &d)
     lstrcpyW(d.dmPublic.dmFormName, L"Custom Paper");
 }
 
-enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16 };    // LAZY: no page opened ahead
+// What a custom length's edit shows: inches with three decimals, millimetres with one, trailing
+// zeros cut but one kept after the point; points and pixels whole.
+std::wstring Length(int v, int unit)
+{
+    if (unit > 1)
+        return std::to_wstring(v);
+    int scale = unit ? 10 : 1000;
+    std::wstring frac = std::to_wstring(v % scale + scale).substr(1);
+    while (frac.size() > 1 && frac.back() == L'0')
+        frac.pop_back();
+    return std::to_wstring(v / scale) + L"." + frac;
+}
+
+// Every control of the three pages and the six panels as the record says they show it: texts,
+// checks, enabling, visibility, and which are painted by the module.  Read from the pages'
+// tables: the control ids, each depth radio's value, and the rules that enable each control.
+std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts)
+{
+    std::vector<Step> v;
+    auto is = [&](int where, int id, int op, int n) { v.push_back({ where, id, op, n }); };
+    auto text = [&](int where, int id, const std::wstring &t) {
+        texts->push_back(t), v.push_back({ where, id, TEXT, 0, texts->back().c_str() });
+    };
+    auto skin = [&](int where, std::initializer_list<int> ids) { for (int id : ids) is(where, id, SKIN, 1); };
+    static const LPCWSTR units[] = { L"дюйм", L"мм", L"точек ", L"pixels" };
+    static const LPCWSTR formats[] = { L"BMP Image", L"GIF Image", L"JPEG Image", L"TIFF Image", L"PCX Image",
+                                       L"DCX Image" };
+    for (int page : { PAGE_SETUP, FORMAT_PAGE, OUTPUT_PAGE })
+        skin(page, { IDC_SAVE_PROFILE, IDC_PROFILE_MANAGER, IDC_RESTORE_PROFILE, IDC_HELP_BUTTON }),
+            is(page, IDC_RESTORE_PROFILE, SHOWN, 0);
+    const bool custom = e.bCustomPaper;
+    skin(PAGE_SETUP, { IDC_STANDARD_PAPER, IDC_CUSTOM_PAPER, IDC_PORTRAIT, IDC_LANDSCAPE, IDC_CROP, IDC_PREVIEW,
+                       IDC_SIZE_GROUP, IDC_ORIENTATION_GROUP });
+    for (int id : { IDC_PAPER_LIST, IDC_SIZE_LABEL })
+        is(PAGE_SETUP, id, ON, !custom);
+    for (int id : { IDC_CUSTOM_WIDTH, IDC_CUSTOM_HEIGHT, IDC_UNIT_LIST, IDC_BY_LABEL, IDC_IN_LABEL })
+        is(PAGE_SETUP, id, ON, custom);
+    is(PAGE_SETUP, IDC_STANDARD_PAPER, CHECK, !custom), is(PAGE_SETUP, IDC_CUSTOM_PAPER, CHECK, custom);
+    is(PAGE_SETUP, IDC_PORTRAIT, CHECK, !e.iOrientation), is(PAGE_SETUP, IDC_LANDSCAPE, CHECK, e.iOrientation != 0);
+    is(PAGE_SETUP, IDC_CROP, CHECK, e.bCropEdges);
+    text(PAGE_SETUP, IDC_PAPER_LIST, PaperName(e.iPaper)), text(PAGE_SETUP, IDC_SIZE_LABEL, SizeLabel(e.iPaper));
+    text(PAGE_SETUP, IDC_CUSTOM_WIDTH, Length(e.iCustomWidth, e.iCustomUnit));
+    text(PAGE_SETUP, IDC_CUSTOM_HEIGHT, Length(e.iCustomHeight, e.iCustomUnit));
+    text(PAGE_SETUP, IDC_UNIT_LIST, units[e.iCustomUnit]), text(PAGE_SETUP, IDC_RESOLUTION, std::to_wstring(e.iResolution));
+
+    skin(FORMAT_PAGE, { IDC_ABOUT });
+    text(FORMAT_PAGE, IDC_FORMAT_LIST, formats[e.iOutputFormat]);
+    for (int f = 0; f < 6; f++)
+        is(P_BMP + f, 0, SHOWN, f == e.iOutputFormat);
+    // Depth radios with their values: 1 bit (and JPEG's 8) only in greyscale, above 8 only in colour; TIFF's all.
+    auto depths = [&](int where, std::initializer_list<std::pair<int, int>> radios, int depth, bool grey) {
+        for (auto r : radios) {
+            bool greyOnly = r.second == 1 || (where == P_JPEG && r.second == 8), colourOnly = r.second > 8;
+            is(where, r.first, CHECK, r.second == depth), is(where, r.first, SKIN, 1);
+            is(where, r.first, ON, where == P_TIFF || (greyOnly ? grey : colourOnly ? !grey : true));
+        }
+    };
+    auto box = [&](int where, int id, bool checked) { is(where, id, CHECK, checked), is(where, id, SKIN, 1); };
+    depths(P_BMP, { { IDC_DEPTH_1, 1 }, { IDC_DEPTH_4, 4 }, { IDC_DEPTH_8, 8 }, { IDC_DEPTH_16, 16 },
+                    { IDC_DEPTH_24, 24 }, { IDC_DEPTH_32, 32 } }, e.iBmpBitsPerPixel, e.bBmpGrayscale);
+    box(P_BMP, IDC_GRAYSCALE, e.bBmpGrayscale), box(P_BMP, IDC_DITHER, e.bBmpDither);
+    is(P_BMP, IDC_DITHER, ON, e.iBmpBitsPerPixel <= 8);
+    text(P_GIF, IDC_COLORS, std::to_wstring(e.iGifColors));
+    box(P_GIF, IDC_GRAYSCALE, e.bGifGrayscale), box(P_GIF, IDC_DITHER, e.bGifDither);
+    box(P_GIF, IDC_INTERLACED, e.bGifInterlaced), box(P_GIF, IDC_MULTIPAGE, e.bGifMultiPage);
+    depths(P_JPEG, { { IDC_DEPTH_8, 8 }, { IDC_DEPTH_24, 24 }, { IDC_DEPTH_32, 32 } }, e.iJpegBitsPerPixel,
+           e.bJpegGrayscale);
+    box(P_JPEG, IDC_GRAYSCALE, e.bJpegGrayscale), box(P_JPEG, IDC_DITHER, e.bJpegDither);
+    is(P_JPEG, IDC_DITHER, ON, e.iJpegBitsPerPixel == 8), text(P_JPEG, IDC_QUALITY, std::to_wstring(e.iJpegQuality));
+    for (int i = 0; i < 3; i++)    // subsampling 1, 2, 4: kept in radios nobody sees
+        box(P_JPEG, IDC_SUBSAMPLING_1 + i, e.iJpegSubsampling == 1 << i), is(P_JPEG, IDC_SUBSAMPLING_1 + i, SHOWN, 0);
+    is(P_JPEG, IDC_DEPTH_32, SHOWN, 0);
+    depths(P_TIFF, { { IDC_DEPTH_1, 1 }, { IDC_DEPTH_8, 8 }, { IDC_DEPTH_24, 24 } }, e.iTiffBitsPerPixel, false);
+    box(P_TIFF, IDC_DITHER, e.bTiffDither), box(P_TIFF, IDC_MULTIPAGE, e.bTiffMultiPage);
+    is(P_TIFF, IDC_DITHER, ON, e.iTiffBitsPerPixel <= 8);
+    for (int code = 0; code < 7; code++) {
+        bool oneBit = e.iTiffBitsPerPixel == 1;
+        box(P_TIFF, IDC_COMPRESSION_NONE + code, e.iTiffCompression == code);
+        is(P_TIFF, IDC_COMPRESSION_NONE + code, ON, code >= 1 && code <= 3 ? oneBit : code == 5 ? !oneBit : true);
+    }
+    for (int id : { IDC_QUALITY, IDC_QUALITY_SPIN, IDC_QUALITY_LABEL, IDC_PERCENT_LABEL })
+        is(P_TIFF, id, ON, e.iTiffCompression == 5);
+    text(P_TIFF, IDC_QUALITY, std::to_wstring(e.iTiffQuality));
+    for (int where : { P_PCX, P_DCX }) {
+        // Each format's depth, greyscale and dithering stand side by side in the record.
+        const int *f = where == P_PCX ? &e.iPcxBitsPerPixel : &e.iDcxBitsPerPixel;
+        depths(where, { { IDC_DEPTH_1, 1 }, { IDC_DEPTH_4, 4 }, { IDC_DEPTH_8, 8 }, { IDC_DEPTH_24, 24 } }, f[0], f[1]);
+        box(where, IDC_GRAYSCALE, f[1]), box(where, IDC_DITHER, f[2]), is(where, IDC_DITHER, ON, f[0] <= 8);
+    }
+    box(P_DCX, IDC_MULTIPAGE, e.bDcxMultiPage);
+
+    const bool show = e.bShowResult, chosen = show && e.bUseCustomViewer;
+    skin(OUTPUT_PAGE, { IDC_BROWSE_FOLDER, IDC_MACRO, IDC_BROWSE_VIEWER });
+    box(OUTPUT_PAGE, IDC_SHOW_RESULT, show), box(OUTPUT_PAGE, IDC_DEFAULT_VIEWER, !e.bUseCustomViewer);
+    box(OUTPUT_PAGE, IDC_CUSTOM_VIEWER, e.bUseCustomViewer);
+    is(OUTPUT_PAGE, IDC_DEFAULT_VIEWER, ON, show), is(OUTPUT_PAGE, IDC_CUSTOM_VIEWER, ON, show);
+    for (int id : { IDC_VIEWER_PARAMS, IDC_PARAMS_LABEL, IDC_VIEWER_PATH, IDC_BROWSE_VIEWER })
+        is(OUTPUT_PAGE, id, ON, chosen);
+    for (int id : { IDC_APP_ICON, IDC_APP_DESC_LABEL, IDC_APP_VERSION_LABEL, IDC_APP_COPYRIGHT_LABEL, IDC_APP_DESC,
+                    IDC_APP_VERSION, IDC_APP_COPYRIGHT })
+        is(OUTPUT_PAGE, id, SHOWN, show);
+    text(OUTPUT_PAGE, IDC_OUTPUT_FOLDER, e.szOutputFolder), text(OUTPUT_PAGE, IDC_FILE_MASK, e.szFileNameMask);
+    text(OUTPUT_PAGE, IDC_VIEWER_PATH, e.szViewerPath), text(OUTPUT_PAGE, IDC_VIEWER_PARAMS, e.szViewerParams);
+    return v;
+}
+
+// LAZY: no page opened ahead; BLIND: what OK collects is not what the pages show.
+enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32 };
 
 struct Script {
     const char *name;
@@ -207,12 +316,28 @@ protected:
         Associate(s.flags & ASSOCIATED);
         std::vector<BYTE> printerBefore = PrinterRecord(), out(8192, 0xA5);
         LONG result = -100;
-        // Every page is created first, so that OK collects all three.
+        QLRDEVMODE e = s.profile ? stored : Defaults(), now;
+        if (!(s.flags & CANCELLED)) {
+            // Collecting the pages writes the paper's public fields, the colour
+            // and the depth, and saving marks the record as the profile's.
+            e.dmPublic.dmFields &= ~0x1000E;
+            e.dmPublic.dmFields |= e.bCustomPaper ? 0xE : 0x10002;
+            e.dmPublic.dmColor = 2, e.dmPublic.dmBitsPerPel = 32, e.m_bProfiled = !(s.flags & NOT_SAVED);
+            s.expect(e);
+        }
+        // Every page is created first, so that OK collects all three; just
+        // before OK every control shows what OK then collects.
         std::vector<Step> steps = { { OUTPUT_PAGE, 0, SHOWN, 1 }, { FORMAT_PAGE, 0, SHOWN, 1 },
                                     { PAGE_SETUP, 0, SHOWN, 1 } };
         if (s.flags & LAZY)
             steps.clear();
         steps.insert(steps.end(), s.steps.begin(), s.steps.end());
+        std::deque<std::wstring> texts;
+        auto ok = std::find_if(steps.begin(), steps.end(), [](const Step &t) { return t.op == PRESS && t.n == PSBTN_OK; });
+        if (ok != steps.end() && !(s.flags & (LAZY | BLIND))) {
+            std::vector<Step> view = View(e, &texts);
+            steps.insert(ok, view.begin(), view.end());
+        }
         size_t played = RunScript(s.name, steps, [&] {
             result = DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, (DEVMODEW *)out.data(), NULL,
                                          DM_PROMPT | DM_OUT_BUFFER);
@@ -220,7 +345,6 @@ protected:
         EXPECT_EQ(steps.size(), played) << "the script stopped at this step";
         for (size_t i = (s.flags & CANCELLED) ? 220 : QLR_RECORD_SIZE; i < out.size(); i++)
             ASSERT_EQ(0xA5, out[i]) << "output written at byte " << i;
-        QLRDEVMODE e = s.profile ? stored : Defaults(), now;
         if (s.flags & CANCELLED) {
             EXPECT_NE(IDOK, result);
             EXPECT_TRUE(PrinterRecord() == printerBefore) << "the printer's default changed";
@@ -229,12 +353,6 @@ protected:
             return;
         }
         EXPECT_EQ(IDOK, result);
-        // Collecting the pages writes the paper's public fields, the colour
-        // and the depth, and saving marks the record as the profile's.
-        e.dmPublic.dmFields &= ~0x1000E;
-        e.dmPublic.dmFields |= e.bCustomPaper ? 0xE : 0x10002;
-        e.dmPublic.dmColor = 2, e.dmPublic.dmBitsPerPel = 32, e.m_bProfiled = !(s.flags & NOT_SAVED);
-        s.expect(e);
         Compare(out.data(), e, "output record");
         EXPECT_EQ(s.after ? s.after : s.profile, CurrentName());
         std::vector<BYTE> printer = PrinterRecord();
@@ -282,7 +400,7 @@ const Script g_scripts[] = {
         { P_GIF, IDC_COLORS, TEXT, 0, L"256" }, { P_GIF, IDC_INTERLACED, CLICK }, { P_GIF, IDC_MULTIPAGE, CLICK }, OK },
       NULL, [](QLRDEVMODE &e) { e.iGifColors = 256, e.bGifInterlaced = 1, e.bGifMultiPage = 0; } },
     { "JPEG greyscale switches the depth; quality falls back to 75", L"qlr A",
-      [](QLRDEVMODE &d) { d.iJpegSubsampling = 4; }, 0, {
+      [](QLRDEVMODE &d) { d.iJpegSubsampling = 4; }, BLIND, {
         { P_JPEG, IDC_GRAYSCALE, CLICK }, { P_JPEG, IDC_DEPTH_8, CHECK, 1 },
         { P_JPEG, IDC_DEPTH_24, ON, 0 }, { P_JPEG, IDC_DITHER, ON, 1 },
         { P_JPEG, IDC_DITHER, CLICK }, { P_JPEG, IDC_DITHER, CHECK, 1 },
@@ -334,7 +452,7 @@ const Script g_scripts[] = {
       NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 3, e.iTiffBitsPerPixel = 1, e.iTiffCompression = 6;
                                 e.bGifInterlaced = 1, e.bPcxGrayscale = 1, e.iPcxBitsPerPixel = 8;
                                 e.iDcxBitsPerPixel = 4; } },
-    { "no format chosen: BMP shown, JPEG collected", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
+    { "no format chosen: BMP shown, JPEG collected", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, BLIND, {
         { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, -1 }, { P_BMP, 0, SHOWN, 1 }, { P_TIFF, 0, SHOWN, 0 }, OK },
       NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 2; } },
     { "paper list, custom size in every unit, resolution, orientation", L"qlr A", [](QLRDEVMODE &) {}, 0, {
@@ -360,6 +478,7 @@ const Script g_scripts[] = {
         { PAGE_SETUP, IDC_CROP, CLICK }, OK },
       NULL, [](QLRDEVMODE &e) {
           e.bCustomPaper = 1, e.iCustomUnit = 0, e.iCustomWidth = 8270, e.iCustomHeight = 11690;
+      e.dmPublic.dmFields = (e.dmPublic.dmFields & ~0x1000E) | 0xE;
           e.iOrientation = 1, e.dmPublic.dmOrientation = 2, e.bCropEdges = 1, e.iResolution = 300;
           e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 300, e.dmPublic.dmPaperSize = 256;
           lstrcpyW(e.dmPublic.dmFormName, L"Custom Paper");
@@ -496,12 +615,12 @@ const Script g_scripts[] = {
     { "OK with nothing changed writes nothing", L"qlr A", [](QLRDEVMODE &) {}, NOT_SAVED, { OK },
       NULL, [](QLRDEVMODE &e) { e.dmPublic = Defaults().dmPublic, e.m_bProfiled = 1; } },
     { "About box; quality typed 0 and 150; a stored 32-bit JPEG; a format past the list", L"qlr A",
-      [](QLRDEVMODE &d) { d.iOutputFormat = 9, d.iJpegBitsPerPixel = 32; }, 0, {
+      [](QLRDEVMODE &d) { d.iOutputFormat = 9, d.iJpegBitsPerPixel = 32; }, BLIND, {
         { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"JPEG Image" }, { P_JPEG, IDC_DEPTH_32, CHECK, 1 },
         { FORMAT_PAGE, IDC_ABOUT, CLICK }, { ABOUT_BOX, IDOK, CLICK }, { P_JPEG, IDC_QUALITY, SET, 0, L"0" },
         { P_TIFF, IDC_QUALITY, SET, 0, L"150" }, OK },
       NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 2, e.iJpegQuality = 1, e.iTiffQuality = 100; } },
-    { "output texts are cut to 259 characters", L"qlr A", [](QLRDEVMODE &) {}, 0, {
+    { "output texts are cut to 259 characters", L"qlr A", [](QLRDEVMODE &) {}, BLIND, {
         { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, SET, 0, g_long.c_str() }, { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, g_long.c_str() },
         { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, g_long.c_str() }, OK },
       NULL, [](QLRDEVMODE &e) {

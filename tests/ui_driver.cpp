@@ -149,6 +149,25 @@ Played ArrowProbes(HWND t, const std::vector<int> &group, const std::string &at)
     return DONE;
 }
 
+// The module paints its controls through BeginPaint alone, where the system's controls paint into
+// a device context that comes with WM_PAINT: one that stays blank tells a skinned control.
+bool Skinned(HWND c)
+{
+    RECT rc;
+    GetClientRect(c, &rc);
+    BITMAPINFO bi = { { sizeof(BITMAPINFOHEADER), rc.right, -rc.bottom, 1, 32, BI_RGB, 0, 0, 0, 0, 0 }, {} };
+    DWORD *bits = NULL;
+    HDC dc = CreateCompatibleDC(NULL);
+    HBITMAP bm = CreateDIBSection(dc, &bi, DIB_RGB_COLORS, (void **)&bits, NULL, 0);
+    HGDIOBJ old = SelectObject(dc, bm);
+    std::fill(bits, bits + rc.right * rc.bottom, 0x123456);
+    SendMessageW(c, WM_PAINT, (WPARAM)dc, 0);
+    GdiFlush();
+    bool blank = std::count(bits, bits + rc.right * rc.bottom, 0x123456) == rc.right * rc.bottom;
+    DeleteObject(SelectObject(dc, old)), DeleteDC(dc);
+    return blank;
+}
+
 WORD KeyOf(WCHAR ch)
 {
     return ch == L'\r' ? VK_RETURN : ch == L'\t' ? VK_TAB : ch == 0x1b ? VK_ESCAPE : (WORD)towupper(ch);
@@ -195,6 +214,7 @@ Played Play(HWND hDlg, const Step &s, size_t index)
     case FOCUS: EXPECT_EQ(c, Focused()) << at << " focus on " << GetDlgCtrlID(Focused()); break;
     case TABS: return TabCycle(t, Ids(s.s), at);
     case ARROWS: return ArrowProbes(t, Ids(s.s), at);
+    case SKIN: EXPECT_EQ(s.n != 0, Skinned(c)) << at << " skin"; break;
     }
     return DONE;
 }

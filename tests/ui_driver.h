@@ -18,7 +18,8 @@ enum Op {
     CLICK, CHOOSE, SELECT, SET, LEAVE, TYPE, KEY, PRESS,   // actions
     GO, KEYS,                                               // the focus moved; real keys pressed
     TEXT, CHECK, ON, SHOWN, ITEM, COUNT, SEL,               // expectations
-    FOCUS, TABS, ARROWS                                     // where the focus is; where keys take it
+    FOCUS, TABS, ARROWS,                                    // where the focus is; where keys take it
+    SKIN                                                    // painted by the module (n 1) or the system (n 0)
 };
 // n: index, check state, flag, key, sheet button or MAKELONG(start, end); s: text.
 // KEYS: s the keys, one a tick: letters and digits, "\r", "\t", "\x1b" and " "; n 1 holds Shift.
