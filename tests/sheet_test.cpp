@@ -370,7 +370,21 @@ protected:
 #define OK { PAGE_SETUP, 0, PRESS, PSBTN_OK }
 #define CANCEL { PAGE_SETUP, 0, PRESS, PSBTN_CANCEL }
 
+// Every row of the paper list chosen in turn, each with its size label.
+std::vector<Step> EveryPaper()
+{
+    static std::deque<std::wstring> labels;
+    std::vector<Step> steps;
+    for (int row = 0; row < 39; row++) {
+        labels.push_back(SizeLabel(row));
+        steps.push_back({ PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, row });
+        steps.push_back({ PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, labels.back().c_str() });
+    }
+    return steps.push_back(CANCEL), steps;
+}
+
 const Script g_scripts[] = {
+    { "every paper's size label", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryPaper() },
     { "factory settings, a change, OK asks for a name", NULL, NULL, 0, {
         { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"JPEG Image" }, { P_JPEG, 0, SHOWN, 1 }, { P_TIFF, 0, SHOWN, 0 },
         { P_JPEG, IDC_DEPTH_24, CHECK, 1 }, { P_JPEG, IDC_GRAYSCALE, CHECK, 0 },
