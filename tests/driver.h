@@ -46,4 +46,8 @@ inline void MakeLayout(Layout *p, WORD size, WORD extra, WORD version, BYTE fill
 // Loads QLRDRVUI.DLL from the test program's own folder, once per process.
 const Driver &TheDriver();
 
+// Points the module's import of one function at a stand-in; false when the
+// module does not import it.
+bool HookImport(LPCWSTR dll, const char *name, void *replacement);
+
 #endif
