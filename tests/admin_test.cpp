@@ -1,6 +1,6 @@
 // The administrator's tool as an administrator runs it: a script of commands
 // on the real registry and files, refusals that store nothing.
-#include <gtest/gtest.h>
+#include "driver.h"
 #include "files.h"
 #include <string>
 
@@ -46,18 +46,6 @@ DWORD Admin(const std::wstring &args, std::string *out, std::string *err)
     return code;
 }
 
-std::vector<BYTE> Stored(const std::wstring &name)
-{
-    return ValueOf(HKEY_CURRENT_USER, KEY L"\\" + name);
-}
-
-std::string Utf8(const std::wstring &s)
-{
-    std::string u(s.size() * 3 + 1, 0);
-    u.resize(WideCharToMultiByte(CP_UTF8, 0, s.c_str(), (int)s.size(), &u[0], (int)u.size(), NULL, NULL));
-    return u;
-}
-
 // What "list" must print, read from the registry itself: every profile key
 // in the registry's order, the current one, matched with case, marked.
 std::string Listing()
@@ -93,17 +81,12 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
     // tool's runs; otherwise every run waits for it to start again.
     HANDLE hPrinter;
     ASSERT_TRUE(OpenPrinterW((LPWSTR)L"Quillora", &hPrinter, NULL));
-    DWORD cb = 0;
-    GetPrinterW(hPrinter, 2, NULL, 0, &cb);
-    std::vector<BYTE> info(cb);
-    ASSERT_TRUE(cb && GetPrinterW(hPrinter, 2, info.data(), cb, &cb));
-    const BYTE *pdm = (const BYTE *)((PRINTER_INFO_2W *)info.data())->pDevMode;
-    ASSERT_NE(nullptr, pdm);
-    // The printer's record, that record stored as a profile (marked saved),
-    // and read back from the store (the reading driver's version).
-    const std::vector<BYTE> printer(pdm, pdm + RECORD);
+    std::vector<BYTE> printer;
+    ASSERT_TRUE(PrinterRecord(hPrinter, &printer, NULL));
+    // That record stored as a profile (marked saved), and read back from the
+    // store (the reading driver's version).
     std::vector<BYTE> stored = printer, read;
-    memset(&stored[AT_PROFILED], 0, 4);
+    std::fill(stored.begin() + AT_PROFILED, stored.end(), 0);
     stored[AT_PROFILED] = 1;
     read = stored;
     read[AT_DRIVER_VERSION] = 0x46;
@@ -128,7 +111,7 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
     auto image = [&] {
         std::string text;
         for (LPCWSTR name : names) {
-            std::vector<BYTE> v = Stored(name);
+            std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, KEY L"\\" + std::wstring(name));
             text += v.empty() ? '-' : v == read ? 'r' : v == stored ? 's' : '?';
         }
         return text;

@@ -23,6 +23,20 @@ const Driver &TheDriver()
     return driver;
 }
 
+bool PrinterRecord(HANDLE hPrinter, std::vector<BYTE> *saved, const BYTE *store)
+{
+    DWORD cb = 0;
+    GetPrinterW(hPrinter, 2, NULL, 0, &cb);
+    std::vector<BYTE> buffer(cb);
+    PRINTER_INFO_2W *info = (PRINTER_INFO_2W *)buffer.data();
+    if (!cb || !GetPrinterW(hPrinter, 2, buffer.data(), cb, &cb) || !info->pDevMode)
+        return false;
+    saved->assign((BYTE *)info->pDevMode, (BYTE *)info->pDevMode + 3484);
+    info->pDevMode = (DEVMODEW *)store;
+    info->pSecurityDescriptor = NULL;
+    return !store || SetPrinterW(hPrinter, 2, buffer.data(), 0);
+}
+
 bool HookImport(LPCWSTR dll, const char *name, void *replacement)
 {
     BYTE *base = (BYTE *)TheDriver().hModule;

@@ -22,17 +22,16 @@ void MakeInput(Layout *in, int base, WORD extra, const Puts &puts)
     Apply(in->bytes, puts);
 }
 
-// Outcome of a call as "result error needed", the error "-" when the
-// sentinel set before the call was left alone.
-std::string Outcome(LONG result, LONG needed)
-{
-    DWORD error = GetLastError();
-    return std::to_string(result) + " " + (error == 0xdeadbeef ? "-" : std::to_string(error)) + " " +
-           std::to_string(needed);
-}
-
 TEST(Exports, ConvertDevMode)
 {
+    // A printer whose name has 40 characters: its defaults carry the first 31.
+    WCHAR name[] = L"Quillora long name 0123456789ABCDEFGHIJK";
+    PRINTER_INFO_2W pi = { NULL, name, NULL, (LPWSTR)L"FILE:", (LPWSTR)L"Quillora", NULL, NULL, NULL, NULL,
+                           (LPWSTR)L"WinPrint", (LPWSTR)L"RAW", NULL, NULL, 0, 0, 0, 0, 0, 0, 0, 0 };
+    HANDLE hLong = AddPrinterW(NULL, 2, (LPBYTE)&pi);
+    if (!hLong)
+        OpenPrinterW(name, &hLong, NULL);
+    ASSERT_NE(nullptr, hLong) << GetLastError();
     const WORD V = 0x0401;
     const struct {
         const char *name; DWORD mode; LPCWSTR printer; WORD inSize, inExtra, inVersion; bool out;
@@ -54,6 +53,7 @@ TEST(Exports, ConvertDevMode)
         { "defaults without output", CDM_DRIVER_DEFAULT, L"Quillora", 0, 0, 0, false, 0, 0, 0, 9000, "0 122 3484" },
         { "defaults of no printer", CDM_DRIVER_DEFAULT, L"No Such Printer", 0, 0, 0, true, 0, 0, 0, 3484, "0 13 3484" },
         { "defaults", CDM_DRIVER_DEFAULT, L"Quillora", 0, 0, 0, true, 0, 0, 0, 3484, "1 - 3484" },
+        { "defaults of a long name", CDM_DRIVER_DEFAULT, name, 0, 0, 0, true, 0, 0, 0, 3484, "1 - 3484" },
         { "unknown mode", 8, 0, 220, 3264, V, true, 220, 3264, V, 3484, "0 - 3484" },
     };
     for (const auto &r : rows) {
@@ -65,9 +65,10 @@ TEST(Exports, ConvertDevMode)
         Bytes want(out.bytes, out.bytes + sizeof(out.bytes));
         if (r.mode == CDM_CONVERT351 && r.out && r.needed >= 3452)
             Apply(want.data(), { { 64, 2, 0x0320 }, { 66, 2, 0x0350 }, { 68, 2, 188 }, { 70, 2, 3264 } });
-        if (r.outcome[0] == '1' && r.mode == CDM_DRIVER_DEFAULT)
+        if (r.outcome[0] == '1' && r.mode == CDM_DRIVER_DEFAULT) {
             memcpy(want.data(), Factory().data(), 3484);
-        else if (r.outcome[0] == '1' || r.mode == CDM_CONVERT351)
+            lstrcpynW((WCHAR *)want.data(), r.printer, 32);
+        } else if (r.outcome[0] == '1' || r.mode == CDM_CONVERT351)
             ConvertInto(in.bytes, want.data());
         LONG needed = r.needed;
         PFN_CONVERT convert = TheDriver().ConvertDevMode;
@@ -78,6 +79,8 @@ TEST(Exports, ConvertDevMode)
     }
     SetLastError(0xdeadbeef);
     EXPECT_EQ("0 87 0", Outcome(TheDriver().ConvertDevMode(NULL, NULL, NULL, NULL, CDM_CONVERT), 0)) << "no size given";
+    EXPECT_TRUE(DeletePrinter(hLong));
+    ClosePrinter(hLong);
 }
 
 struct DirectRow {
@@ -242,23 +245,17 @@ bool g_ok;
 DWORD g_seenMode;
 PROPSHEETUI_INFO g_info;
 
-std::string Narrow(LPCWSTR s)
-{
-    char text[256] = "";
-    WideCharToMultiByte(CP_UTF8, 0, s, -1, text, sizeof(text), NULL, NULL);
-    return text;
-}
-
 std::string AboutPage(const PROPSHEETPAGEW *p)
 {
     HWND hParent = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 700, 500, NULL, NULL, NULL, NULL);
     HWND hPage = CreateDialogParamW(p->hInstance, p->pszTemplate, hParent, p->pfnDlgProc, (LPARAM)p);
     WCHAR text[64] = L"";
     GetWindowTextW(hPage, text, 64);
-    std::string about = " [" + Narrow(text);
+    std::string about = " [" + Utf8(text);
     for (HWND h = GetWindow(hPage, GW_CHILD); h; h = GetWindow(h, GW_HWNDNEXT)) {
         GetWindowTextW(h, text, 64);
-        about += SendMessageW(h, STM_GETIMAGE, IMAGE_BITMAP, 0) ? "|(bitmap)" : wcsstr(text, L"Quillora") ? "|Quillora" : "|(text)";
+        bool bitmap = SendMessageW(h, STM_GETIMAGE, IMAGE_BITMAP, 0);
+        about += bitmap ? "|(bitmap)" : wcsstr(text, L"Quillora") ? "|Quillora" : "|(text)";
     }
     about += "] " + std::to_string(p->pfnDlgProc(hPage, WM_INITDIALOG, 0, 0)) +
              std::to_string(p->pfnDlgProc(hPage, WM_COMMAND, IDOK, 0));
@@ -273,7 +270,7 @@ LONG_PTR CALLBACK AddPage(HANDLE, UINT function, LPARAM page, LPARAM)
         return 0;
     g_pages += std::to_string(p->dwSize) + " " + std::to_string(p->dwFlags) + " " +
                std::to_string((ULONG_PTR)p->pszTemplate) + (p->hInstance == TheDriver().hModule ? "" : " other module") +
-               (p->pszTitle ? " " + Narrow(p->pszTitle) : "") + (p->pszTemplate == MAKEINTRESOURCEW(113) ? AboutPage(p) :
+               (p->pszTitle ? " " + Utf8(p->pszTitle) : "") + (p->pszTemplate == MAKEINTRESOURCEW(113) ? AboutPage(p) :
                p->lParam == (LPARAM)g_info.UserData ? "" : " other state") + ";";
     return 0x100 + ++g_added;
 }
@@ -287,7 +284,8 @@ LONG Reason(PFN_SHEETS entry, WORD reason, LPARAM lParam)
 
 LONG WINAPI Library(HWND, PFN_SHEETS entry, LPARAM lParam, LPDWORD pResult)
 {
-    const DOCUMENTPROPERTYHEADER *h = entry == TheDriver().DocumentPropertySheets ? (DOCUMENTPROPERTYHEADER *)lParam : NULL;
+    const bool document = entry == TheDriver().DocumentPropertySheets;
+    const DOCUMENTPROPERTYHEADER *h = document ? (DOCUMENTPROPERTYHEADER *)lParam : NULL;
     g_seenMode = h ? h->fMode : 0;
     g_info = { sizeof(g_info), 0x100, 0, 0, (HANDLE)1, AddPage, lParam, 0, h ? 0 : (ULONG_PTR)g_ok };
     g_added = 0;
@@ -327,15 +325,14 @@ FARPROC WINAPI FakeGetProcAddress(HMODULE h, LPCSTR name)
 }
 
 // The spooler's answers as "level:buffer size;", with the sizing call failing
-// for another reason than a small buffer, or the size changing between calls.
+// for another reason than a small buffer (its size given all the same), or
+// the size changing between the calls.
 BOOL WINAPI FakeGetPrinter(HANDLE hPrinter, DWORD level, LPBYTE buffer, DWORD cb, LPDWORD needed)
 {
     g_calls += std::to_string(level) + ":" + std::to_string(cb) + ";";
-    if (g_fault == SIZING_FAILS && !cb) {
-        SetLastError(ERROR_ACCESS_DENIED);
-        return FALSE;
-    }
     BOOL ok = GetPrinterW(hPrinter, level, buffer, cb, needed);
+    if (g_fault == SIZING_FAILS && !cb)
+        SetLastError(ERROR_ACCESS_DENIED);
     *needed += g_fault == SIZE_CHANGES && cb ? 8 : 0;
     return ok;
 }
@@ -350,8 +347,9 @@ TEST(Exports, SheetsThroughTheLibrary)
     ASSERT_TRUE(OpenPrinterW((LPWSTR)L"Quillora", &hPrinter, NULL));
     DWORD cb4 = 0;
     GetPrinterW(hPrinter, 4, NULL, 0, &cb4);
-    const std::string v2 = std::to_string(PROPSHEETPAGEW_V2_SIZE), doc = "1:" + v2 + " 0 111;" + v2 + " 0 110;" + v2 +
-                      " 0 114;", about = " [О программе...|(bitmap)|Quillora|(text)] 10;", calls = "4:0;4:" + std::to_string(cb4) + ";";
+    const std::string v2 = std::to_string(PROPSHEETPAGEW_V2_SIZE), calls = "4:0;4:" + std::to_string(cb4) + ";";
+    const std::string doc = "1:" + v2 + " 0 111;" + v2 + " 0 110;" + v2 + " 0 114;";
+    const std::string about = " [О программе...|(bitmap)|Quillora|(text)] 10;";
     const std::string device = "1:" + v2 + " 0 113 Quillora" + about, untitled = "1:" + v2 + " 0 113" + about;
     const DWORD IOP = DM_IN_BUFFER | DM_OUT_BUFFER | DM_PROMPT;
     enum { LIBRARY, PROMPT, ADVANCED, PRINTER };
@@ -389,9 +387,10 @@ TEST(Exports, SheetsThroughTheLibrary)
         g_ok = r.ok;
         g_fault = r.fault;
         DWORD result = 0;
+        LPWSTR name = (LPWSTR)L"Quillora";
         LONG got = r.entry == LIBRARY ? (Library(NULL, d.DocumentPropertySheets, (LPARAM)&h, &result), (LONG)result)
-                   : r.entry == PROMPT ? d.DocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", out.dm(), in.dm(), r.mode)
-                   : r.entry == ADVANCED ? d.AdvancedDocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", out.dm(), in.dm())
+                   : r.entry == PROMPT ? d.DocumentProperties(NULL, NULL, name, out.dm(), in.dm(), r.mode)
+                   : r.entry == ADVANCED ? d.AdvancedDocumentProperties(NULL, NULL, name, out.dm(), in.dm())
                    : d.PrinterProperties(NULL, hPrinter);
         EXPECT_EQ(r.result, got) << r.name;
         EXPECT_EQ(r.pages, g_pages) << r.name;
@@ -431,22 +430,6 @@ TEST(Exports, SheetsThroughTheLibrary)
 // between the factory record and the caller's.
 #define PRINTER L"Quillora"
 
-// The printer's level-2 information, by the two-call protocol; with a record
-// given, that record is stored as the printer's own.
-bool PrinterRecord(HANDLE hPrinter, Bytes *saved, const BYTE *store)
-{
-    DWORD cb = 0;
-    GetPrinterW(hPrinter, 2, NULL, 0, &cb);
-    std::vector<BYTE> buffer(cb);
-    PRINTER_INFO_2W *info = (PRINTER_INFO_2W *)buffer.data();
-    if (!cb || !GetPrinterW(hPrinter, 2, buffer.data(), cb, &cb) || !info->pDevMode)
-        return false;
-    saved->assign((BYTE *)info->pDevMode, (BYTE *)info->pDevMode + 3484);
-    info->pDevMode = (DEVMODEW *)store;
-    info->pSecurityDescriptor = NULL;
-    return !store || SetPrinterW(hPrinter, 2, buffer.data(), 0);
-}
-
 TEST(Spooler, ThePrintersRecordIsTheMiddleLayer)
 {
     HANDLE hPrinter;
@@ -480,31 +463,6 @@ TEST(Spooler, ThePrintersRecordIsTheMiddleLayer)
     Bytes ignored;
     EXPECT_TRUE(PrinterRecord(hPrinter, &ignored, saved.data()));
     ClosePrinter(hPrinter);
-}
-
-TEST(Spooler, DriverDefaultsCarryTheFirst31CharactersOfTheName)
-{
-    WCHAR name[] = L"Quillora long name 0123456789ABCDEFGHIJK";   // 40 characters
-    PRINTER_INFO_2W pi = {};
-    pi.pPrinterName = name;
-    pi.pPortName = (LPWSTR)L"FILE:";
-    pi.pDriverName = (LPWSTR)PRINTER;
-    pi.pPrintProcessor = (LPWSTR)L"WinPrint";
-    pi.pDatatype = (LPWSTR)L"RAW";
-    HANDLE hLong = AddPrinterW(NULL, 2, (LPBYTE)&pi);
-    if (!hLong)
-        OpenPrinterW(name, &hLong, NULL);
-    ASSERT_NE(nullptr, hLong) << GetLastError();
-    Layout out;
-    MakeLayout(&out, 0, 0, 0, 0xA5);
-    Bytes want = Factory();
-    want.resize(sizeof(out.bytes), 0xA5);
-    memcpy(want.data(), name, 31 * sizeof(WCHAR));
-    LONG needed = 3484;
-    EXPECT_TRUE(TheDriver().ConvertDevMode(name, NULL, out.dm(), &needed, CDM_DRIVER_DEFAULT)) << GetLastError();
-    EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes)));
-    EXPECT_TRUE(DeletePrinter(hLong));
-    ClosePrinter(hLong);
 }
 
 }  // namespace

@@ -234,12 +234,15 @@ struct Association {
 
 TEST(Associations, TheProgramIsTheTokenHoldingTheLastDot)
 {
+    // A command line is read with at most 520 characters: 519 and the NUL fit, 550 do not.
+    const std::wstring fits = L"C:\\" + std::wstring(512, L'v') + L".exe", tooLong = fits + std::wstring(31, L'v');
     struct { LPCWSTR ext, command, program; } rows[] = {
         { L"qlra", L"\"C:\\Program Files\\Viewer App\\view.exe\" \"%1\"", L"C:\\Program Files\\Viewer App\\view.exe" },
         { L"qlrb", L"C:\\tools\\view.exe %1", L"C:\\tools\\view.exe" },
         { L"qlrc", L"C:\\tools\\view.exe /opt=a.b %1", L"C:\\tools\\view.exe /opt=a.b" },
         { L"qlrd", L"viewer %1", L"viewer" },     // no dot: the first token
         { L"qlre", NULL, L"" },                   // a class without an open command
+        { L"qlrf", fits.c_str(), fits.c_str() }, { L"qlrg", tooLong.c_str(), L"" },
     };
     // The path written and its NUL, the rest of the buffer left as it was.
     for (const auto &row : rows) {

@@ -27,8 +27,7 @@ std::string Convert(PDEVMODEW in, PDEVMODEW out, LONG needed, DWORD mode)
     PFN_CONVERT convert = TheDriver().ConvertDevMode;
     SetLastError(0xdeadbeef);
     BOOL ok = convert(NULL, in, out, &needed, mode);
-    DWORD error = GetLastError();
-    return std::to_string(ok) + " " + (error == 0xdeadbeef ? "-" : std::to_string(error)) + " " + std::to_string(needed);
+    return Outcome(ok, needed);
 }
 
 std::string Converts(bool versions, int copied, LONG needed, LONG whole)
@@ -58,21 +57,22 @@ void EveryExport(WORD size, WORD extra, WORD version, BYTE pattern, bool all)
     // A header too short to reach dmFields may also be refused as one without a version.
     auto check = [&](int copied, LONG needed, LONG whole, const std::string &got, const char *what) {
         const std::string refused = Converts(false, 0, needed, whole);
-        EXPECT_EQ(size < 76 && got == refused ? refused : Converts(versioned, copied, needed, whole), got) << layout << what;
+        const std::string want = size < 76 && got == refused ? refused : Converts(versioned, copied, needed, whole);
+        EXPECT_EQ(want, got) << layout << what;
     };
     check(fromOurs, 3484, 3484, Convert(in.dm(), ours.dm(), 3484, CDM_CONVERT), "");
     check(fromOurs, honest, size + extra, Convert(ours.dm(), theirs.dm(), honest, CDM_CONVERT), ", back");
     if (!all)
         return;
-    check(std::min<int>(size, 188) + std::min<int>(extra, 3264), 3452, 3452, Convert(in.dm(), nt.dm(), 3452, CDM_CONVERT351),
-          ", 3.51");
+    const int into351 = std::min<int>(size, 188) + std::min<int>(extra, 3264);
+    check(into351, 3452, 3452, Convert(in.dm(), nt.dm(), 3452, CDM_CONVERT351), ", 3.51");
     // DC_FIELDS answers the caller's own fields; the lists have fixed lengths.
     static BYTE out[64 * 41 * 2];
     const struct { WORD cap; DWORD answer; } caps[] = {
         { DC_FIELDS, 0xFFFFFFFF }, { DC_PAPERSIZE, 40 }, { DC_ENUMRESOLUTIONS, 10 }, { DC_PAPERNAMES, 40 },
     };
     for (const auto &c : caps)
-        EXPECT_EQ(c.answer, d.DeviceCapabilities(NULL, NULL, c.cap, out, in.dm())) << layout << ", capability " << c.cap;
+        EXPECT_EQ(c.answer, d.DeviceCapabilities(NULL, NULL, c.cap, out, in.dm())) << layout << ", cap " << c.cap;
     // The answer comes in the smaller layout of the caller's and ours.
     size_t cb = (size_t)(size < 220 ? size : 220) + (extra < 3264 ? extra : 3264);
     Guarded answer(cb < 76 ? 76 : cb, 0), whole(3484, 0);
@@ -80,8 +80,7 @@ void EveryExport(WORD size, WORD extra, WORD version, BYTE pattern, bool all)
                                  DM_IN_BUFFER | DM_OUT_BUFFER };
     SetLastError(0xdeadbeef);
     EXPECT_EQ(1, d.DocumentPropertySheets(NULL, (LPARAM)&h)) << layout;
-    EXPECT_EQ(1, d.DocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", whole.dm(), in.dm(), DM_IN_BUFFER | DM_OUT_BUFFER))
-        << layout;
+    EXPECT_EQ(1, d.DocumentProperties(NULL, NULL, h.pszPrinterName, whole.dm(), in.dm(), h.fMode)) << layout;
     EXPECT_EQ(0xdeadbeefu, GetLastError()) << layout;
 }
 
