@@ -12,7 +12,7 @@
 namespace {
 
 const LPCWSTR KEY = L"Software\\Moravel\\Quillora\\Profile";
-const DWORD RECORD = 3484, FILE_SIZE = 3748, AT_PROFILED = 3480, AT_DRIVER_VERSION = 66, NAME_CHARS = 128;
+const DWORD RECORD = 3484, AT_PROFILED = 3480, AT_DRIVER_VERSION = 66, NAME_CHARS = 128;
 
 // A record no module function made: byte i is i * seed, so each seed is told
 // apart by its bytes.
@@ -191,16 +191,6 @@ TEST_F(Profiles, OnlyAWholeBinaryRecordReadsAndItsDriverVersionIsOurs)
             size_t len = wcsnlen(name.as<WCHAR>(), NAME_CHARS);
             EXPECT_EQ(cb > 256 ? 0 : std::min<size_t>(cb / 2, 127), len) << type << ", " << cb;
         }
-}
-
-std::vector<BYTE> FileOf(LPCWSTR name, const std::vector<BYTE> &record)
-{
-    std::vector<BYTE> f(FILE_SIZE, 0);
-    memcpy(&f[0], "QLRP", 4);
-    f[5] = 1;
-    memcpy(&f[8], name, wcslen(name) * 2);
-    memcpy(&f[264], record.data(), RECORD);
-    return f;
 }
 
 TEST_F(Profiles, FilesCarryTheStoredRecordBetweenMachines)
