@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 #include "drvapi.h"
-#include "record.h"
 
 typedef BOOL (WINAPI *PFN_CONVERT)(LPWSTR, PDEVMODEW, PDEVMODEW, PLONG, DWORD);
 typedef DWORD (WINAPI *PFN_CAPS)(HANDLE, PWSTR, WORD, VOID *, PDEVMODEW);
