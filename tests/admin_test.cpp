@@ -7,40 +7,72 @@
 namespace {
 
 #define KEY L"Software\\Moravel\\Quillora\\Profile"
+const DWORD RECORD = 3484, AT_DRIVER_VERSION = 66, AT_PROFILED = 3480;
 
-// Runs the tool beside the test program; its exit code and what it printed.
-std::string Admin(const std::wstring &args, DWORD *code)
+// Runs the tool beside the test program: its exit code, what it printed on
+// stdout and on stderr (read after stdout: the tool's messages are short).
+DWORD Admin(const std::wstring &args, std::string *out, std::string *err)
 {
     std::wstring line = L"\"" + Beside(L"qlradmin.exe") + L"\" " + args;
     SECURITY_ATTRIBUTES sa = { sizeof(sa), NULL, TRUE };
-    HANDLE hRead, hWrite;
-    CreatePipe(&hRead, &hWrite, &sa, 0);
-    SetHandleInformation(hRead, HANDLE_FLAG_INHERIT, 0);
+    HANDLE hRead[2], hWrite[2];
     STARTUPINFOW si = {};
     si.cb = sizeof(si);
     si.dwFlags = STARTF_USESTDHANDLES;
-    si.hStdOutput = si.hStdError = hWrite;
+    for (int i = 0; i < 2; i++) {
+        CreatePipe(&hRead[i], &hWrite[i], &sa, 0);
+        SetHandleInformation(hRead[i], HANDLE_FLAG_INHERIT, 0);
+    }
+    si.hStdOutput = hWrite[0];
+    si.hStdError = hWrite[1];
     PROCESS_INFORMATION pi;
-    std::string out;
-    *code = CreateProcessW(NULL, &line[0], NULL, NULL, TRUE, 0, NULL, NULL, &si, &pi) ? 0 : 1000;
-    CloseHandle(hWrite);
-    char buf[4096];
-    DWORD cb;
-    while (!*code && ReadFile(hRead, buf, sizeof(buf), &cb, NULL) && cb)
-        out.append(buf, cb);
-    if (!*code && !WaitForSingleObject(pi.hProcess, 10000))
-        GetExitCodeProcess(pi.hProcess, code);
-    if (*code != 1000) {
+    DWORD code = CreateProcessW(NULL, &line[0], NULL, NULL, TRUE, 0, NULL, NULL, &si, &pi) ? 0 : 1000;
+    for (int i = 0; i < 2; i++) {
+        CloseHandle(hWrite[i]);
+        std::string *text = i ? err : out;
+        text->clear();
+        char buf[4096];
+        DWORD cb;
+        while (!code && ReadFile(hRead[i], buf, sizeof(buf), &cb, NULL) && cb)
+            text->append(buf, cb);
+        CloseHandle(hRead[i]);
+    }
+    if (!code) {
+        if (WaitForSingleObject(pi.hProcess, 10000) || !GetExitCodeProcess(pi.hProcess, &code))
+            code = 1001;
         CloseHandle(pi.hProcess);
         CloseHandle(pi.hThread);
     }
-    CloseHandle(hRead);
-    return out;
+    return code;
 }
 
-std::vector<BYTE> Stored(const std::wstring &name)
+// What "list" must print, read from the registry itself: every profile key
+// in the registry's order, the current one, matched with case, marked.
+std::string Listing()
 {
-    return ValueOf(HKEY_CURRENT_USER, KEY L"\\" + name);
+    std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, KEY);
+    std::wstring current((const WCHAR *)v.data(), v.size() / 2);
+    current = current.substr(0, current.find(L'\0'));
+    std::string listing;
+    HKEY h;
+    WCHAR name[256];
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, KEY, 0, KEY_READ, &h))
+        return listing;
+    for (DWORD i = 0, cch = 256; !RegEnumKeyExW(h, i, name, &cch, NULL, NULL, NULL, NULL); i++, cch = 256)
+        listing += (current == name ? "* " : "  ") + Utf8(name) + "\n";
+    RegCloseKey(h);
+    return listing;
+}
+
+// The record as the tool decodes it: "print raw" of a file that holds it.
+std::string Decoded(const std::vector<BYTE> &record)
+{
+    const std::wstring raw = TempFile(L"qlr-admin.raw");
+    WriteBytes(raw, record);
+    std::string out, err;
+    EXPECT_EQ(0u, Admin(L"print raw \"" + raw + L"\"", &out, &err)) << err;
+    DeleteFileW(raw.c_str());
+    return out;
 }
 
 TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
@@ -49,51 +81,102 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
     // tool's runs; otherwise every run waits for it to start again.
     HANDLE hPrinter;
     ASSERT_TRUE(OpenPrinterW((LPWSTR)L"Quillora", &hPrinter, NULL));
-    WCHAR current[130] = L"";
-    DWORD cb = sizeof(current);
-    RegGetValueW(HKEY_CURRENT_USER, KEY, NULL, RRF_RT_REG_SZ, NULL, current, &cb);
-    const std::wstring path = TempFile(L"qlr-admin.qlr"), file = L"\"" + path + L"\"";
+    std::vector<BYTE> printer;
+    ASSERT_TRUE(PrinterRecord(hPrinter, &printer, NULL));
+    // That record stored as a profile (marked saved), and read back from the
+    // store (the reading driver's version).
+    std::vector<BYTE> stored = printer, read;
+    std::fill(stored.begin() + AT_PROFILED, stored.end(), 0);
+    stored[AT_PROFILED] = 1;
+    read = stored;
+    read[AT_DRIVER_VERSION] = 0x46;
+    read[AT_DRIVER_VERSION + 1] = 0x02;
+    const std::string printerText = Decoded(printer), readText = Decoded(read);
+    EXPECT_NE(std::string::npos, printerText.find("\"Quillora\"")) << printerText;
+    EXPECT_NE(std::string::npos, printerText.find("0x4453444D")) << printerText;
+
+    // The current name in other letter case than a profile: "list" marks it
+    // as the pages' combo selects it, with case, so not at all.
+    std::vector<BYTE> current = ValueOf(HKEY_CURRENT_USER, KEY);
+    SetValue(HKEY_CURRENT_USER, KEY, REG_SZ, L"QLR admin b", 22);
+    const std::wstring path = TempFile(L"qlr-admin.qlr"), file = L"\"" + path + L"\"", raw = TempFile(L"qlr-short.raw");
     DeleteFileW(path.c_str());
-    std::vector<BYTE> captured, deployed;
-    const struct { std::wstring args; DWORD code; const char *printed; } script[] = {
-        { L"capture Quillora \"qlr admin A\"", 0, "" },
-        { L"capture \"No Such Printer\" \"qlr admin C\"", 1, "" },
-        { L"list", 0, "  qlr admin A" },
-        { L"show \"qlr admin A\"", 0, "dwSignature        0x4453444D" },
-        { L"export \"qlr admin A\" " + file, 0, "" },
-        { L"rename \"qlr admin A\" \"qlr admin B\"", 0, "" },
-        { L"rename \"qlr admin A\" \"qlr admin C\"", 1, "" },
-        { L"show \"qlr admin A\"", 1, "" },
-        // Deployed over a profile spelt in other case: the current name
-        // follows the stored key, so the pages still find it.
-        { L"rename \"qlr admin B\" \"QLR ADMIN A\"", 0, "" },
-        { L"deploy " + file, 0, "" },
-        { L"list", 0, "* QLR ADMIN A" },
-        { L"print file " + file, 0, "dwSignature        0x4453444D" },
-        { L"delete \"qlr admin a\"", 0, "" },
-        { L"delete \"qlr admin a\"", 1, "" },
-        { L"import \"" + path + L".missing\"", 1, "refused" },
-        { L"print raw \"" + path + L".missing\"", 1, "" },
-        { L"print printer Quillora", 0, "dmDeviceName       \"Quillora\"" },
-        { L"print printer \"No Such Printer\"", 1, "" },
-        { L"frobnicate", 2, "" },
+    WriteBytes(raw, std::vector<BYTE>(RECORD - 1, 0));
+    const LPCWSTR names[] = { L"qlr admin A", L"qlr admin B", L"qlr admin C" };
+    for (LPCWSTR name : names)
+        RegDeleteKeyW(HKEY_CURRENT_USER, (KEY L"\\" + std::wstring(name)).c_str());
+    // What each test profile holds: "-" none, "s" the printer's record as
+    // captured, "r" as read back (the same when the printer's record already
+    // carries our version); then which of them the current name names,
+    // regardless of case ("." none).
+    auto image = [&] {
+        std::string text;
+        std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, KEY);
+        std::wstring now((const WCHAR *)v.data(), v.size() / 2);
+        char named = wcslen(now.c_str()) ? '?' : '.';
+        for (int i = 0; i < 3; i++) {
+            v = ValueOf(HKEY_CURRENT_USER, KEY L"\\" + std::wstring(names[i]));
+            text += v.empty() ? '-' : v == read ? 'r' : v == stored ? 's' : '?';
+            named = _wcsicmp(now.c_str(), names[i]) ? named : (char)('A' + i);
+        }
+        return text + named;
     };
-    for (const auto &step : script) {
-        DWORD code;
-        std::string out = Admin(step.args, &code);
-        EXPECT_EQ(step.code, code) << std::string(step.args.begin(), step.args.end()) << ": " << out;
-        EXPECT_NE(std::string::npos, out.find(step.printed)) << std::string(step.args.begin(), step.args.end()) << ": " << out;
-        if (&step == script)
-            captured = Stored(L"qlr admin A");
-        if (step.args.find(L"deploy") == 0)
-            deployed = Stored(L"qlr admin A");
+    const char s = stored == read ? 'r' : 's';
+    // A row: the command, its exit code, stdout compared whole, the profiles
+    // after it.  With a name, a refusal prints one line on stderr that quotes
+    // it and nothing on stdout; a success prints a first line quoting it.
+    const struct { std::wstring args; DWORD code; std::string out, quoted, after; } script[] = {
+        { L"capture Quillora \"qlr admin A\"", 0, "", "", { s, '-', '-', 'B' } },
+        { L"capture \"No Such Printer\" \"qlr admin C\"", 1, "", "No Such Printer", { s, '-', '-', 'B' } },
+        { L"show \"qlr admin A\"", 0, readText, "qlr admin A", { s, '-', '-', 'B' } },
+        { L"export \"qlr admin A\" " + file, 0, "", "", { s, '-', '-', 'B' } },
+        { L"rename \"qlr admin A\" \"qlr admin B\"", 0, "", "", "-r-B" },
+        { L"list", 0, "(listing)", "", "-r-B" },
+        { L"rename \"qlr admin A\" \"qlr admin C\"", 1, "", "qlr admin A", "-r-B" },
+        { L"show \"qlr admin A\"", 1, "", "qlr admin A", "-r-B" },
+        // Imported over a profile spelt in other case: the current name
+        // follows the stored key, so the pages still find it.
+        { L"rename \"qlr admin B\" \"QLR ADMIN A\"", 0, "", "", "r--A" },
+        { L"import " + file, 0, "", "qlr admin A", "r--A" },
+        { L"list", 0, "(listing)", "", "r--A" },
+        { L"print file " + file, 0, readText, "", "r--A" },
+        { L"delete \"qlr admin a\"", 0, "", "", "---." },
+        { L"delete \"qlr admin a\"", 1, "", "qlr admin a", "---." },
+        { L"deploy " + file, 0, "", "qlr admin A", "r--A" },
+        { L"list", 0, "(listing)", "", "r--A" },
+        { L"import \"" + path + L".missing\"", 1, "", Utf8(path) + ".missing", "r--A" },
+        { L"print raw \"" + path + L".missing\"", 1, "", Utf8(path) + ".missing", "r--A" },
+        { L"print raw \"" + raw + L"\"", 1, "", Utf8(raw), "r--A" },
+        { L"print printer Quillora", 0, printerText, "Quillora", "r--A" },
+        { L"print printer \"No Such Printer\"", 1, "", "No Such Printer", "r--A" },
+        { L"frobnicate", 2, "", "", "r--A" },
+        { L"delete \"qlr admin A\"", 0, "", "", "---." },
+    };
+    for (size_t i = 0; i < ARRAYSIZE(script); i++) {
+        const auto &step = script[i];
+        std::string out, err;
+        const DWORD code = Admin(step.args, &out, &err);
+        const std::string where = "step " + std::to_string(i) + ": " + Utf8(step.args) + ": " + out + err;
+        EXPECT_EQ(step.code, code) << where;
+        EXPECT_EQ(step.after, image()) << where;
+        if (step.code == 2) {
+            EXPECT_NE(std::string::npos, (out + err).find("usage")) << where;
+            continue;
+        }
+        if (!step.quoted.empty()) {
+            std::string &text = step.code ? err : out;
+            std::string first = text.substr(0, text.find('\n') + 1);
+            text.erase(0, first.size());
+            EXPECT_NE(std::string::npos, first.find("\"" + step.quoted + "\"")) << where;
+        }
+        EXPECT_EQ(step.out == "(listing)" ? Listing() : step.out, out) << where;
+        EXPECT_EQ("", err) << where;
     }
-    ASSERT_EQ(QLR_RECORD_SIZE, (int)captured.size()) << "captured whole";
-    EXPECT_EQ(captured, deployed) << "deployed whole";
-    EXPECT_TRUE(Stored(L"qlr admin B").empty() && Stored(L"qlr admin C").empty());
+    EXPECT_TRUE(FileOf(L"qlr admin A", read) == ReadBytes(path)) << "the exported file";
 
     DeleteFileW(path.c_str());
-    RegSetValueW(HKEY_CURRENT_USER, KEY, REG_SZ, current, 0);
+    DeleteFileW(raw.c_str());
+    SetValue(HKEY_CURRENT_USER, KEY, REG_SZ, current.data(), current.size());
     ClosePrinter(hPrinter);
 }
 

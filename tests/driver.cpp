@@ -22,3 +22,34 @@ const Driver &TheDriver()
     }
     return driver;
 }
+
+bool PrinterRecord(HANDLE hPrinter, std::vector<BYTE> *saved, const BYTE *store)
+{
+    DWORD cb = 0;
+    GetPrinterW(hPrinter, 2, NULL, 0, &cb);
+    std::vector<BYTE> buffer(cb);
+    PRINTER_INFO_2W *info = (PRINTER_INFO_2W *)buffer.data();
+    if (!cb || !GetPrinterW(hPrinter, 2, buffer.data(), cb, &cb) || !info->pDevMode)
+        return false;
+    saved->assign((BYTE *)info->pDevMode, (BYTE *)info->pDevMode + 3484);
+    info->pDevMode = (DEVMODEW *)store;
+    info->pSecurityDescriptor = NULL;
+    return !store || SetPrinterW(hPrinter, 2, buffer.data(), 0);
+}
+
+bool HookImport(LPCWSTR dll, const char *name, void *replacement)
+{
+    BYTE *base = (BYTE *)TheDriver().hModule;
+    IMAGE_NT_HEADERS *nt = (IMAGE_NT_HEADERS *)(base + ((IMAGE_DOS_HEADER *)base)->e_lfanew);
+    DWORD rva = nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    void *real = (void *)GetProcAddress(GetModuleHandleW(dll), name);
+    for (IMAGE_IMPORT_DESCRIPTOR *d = (IMAGE_IMPORT_DESCRIPTOR *)(base + rva); d->Name; d++)
+        for (IMAGE_THUNK_DATA *t = (IMAGE_THUNK_DATA *)(base + d->FirstThunk); t->u1.Function; t++)
+            if ((void *)t->u1.Function == real) {
+                DWORD old;
+                VirtualProtect(&t->u1.Function, sizeof(void *), PAGE_READWRITE, &old);
+                t->u1.Function = (ULONG_PTR)replacement;
+                return true;
+            }
+    return false;
+}

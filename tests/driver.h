@@ -5,8 +5,9 @@
 
 #include <gtest/gtest.h>
 #include <string.h>
+#include <string>
+#include <vector>
 #include "drvapi.h"
-#include "record.h"
 
 typedef BOOL (WINAPI *PFN_CONVERT)(LPWSTR, PDEVMODEW, PDEVMODEW, PLONG, DWORD);
 typedef DWORD (WINAPI *PFN_CAPS)(HANDLE, PWSTR, WORD, VOID *, PDEVMODEW);
@@ -45,5 +46,29 @@ inline void MakeLayout(Layout *p, WORD size, WORD extra, WORD version, BYTE fill
 
 // Loads QLRDRVUI.DLL from the test program's own folder, once per process.
 const Driver &TheDriver();
+
+// The printer's own record, by the level-2 two-call protocol; with a record
+// given, that record is stored as the printer's own.
+bool PrinterRecord(HANDLE hPrinter, std::vector<BYTE> *saved, const BYTE *store);
+
+inline std::string Utf8(const std::wstring &s)
+{
+    std::string u(s.size() * 3, 0);
+    u.resize(WideCharToMultiByte(CP_UTF8, 0, s.c_str(), (int)s.size(), &u[0], (int)u.size(), NULL, NULL));
+    return u;
+}
+
+// Outcome of a call as "result error needed", the error "-" when the
+// sentinel set before the call was left alone.
+inline std::string Outcome(LONG result, LONG needed)
+{
+    DWORD error = GetLastError();
+    return std::to_string(result) + " " + (error == 0xdeadbeef ? "-" : std::to_string(error)) + " " +
+           std::to_string(needed);
+}
+
+// Points the module's import of one function at a stand-in; false when the
+// module does not import it.
+bool HookImport(LPCWSTR dll, const char *name, void *replacement);
 
 #endif

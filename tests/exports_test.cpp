@@ -22,15 +22,16 @@ void MakeInput(Layout *in, int base, WORD extra, const Puts &puts)
     Apply(in->bytes, puts);
 }
 
-// Outcome of a call as "result error needed", the error only on failure.
-std::string Outcome(LONG result, LONG needed)
-{
-    return std::to_string(result) + " " + (result > 0 ? "-" : std::to_string(GetLastError())) + " " +
-           std::to_string(needed);
-}
-
 TEST(Exports, ConvertDevMode)
 {
+    // A printer whose name has 40 characters: its defaults carry the first 31.
+    WCHAR name[] = L"Quillora long name 0123456789ABCDEFGHIJK";
+    PRINTER_INFO_2W pi = { NULL, name, NULL, (LPWSTR)L"FILE:", (LPWSTR)L"Quillora", NULL, NULL, NULL, NULL,
+                           (LPWSTR)L"WinPrint", (LPWSTR)L"RAW", NULL, NULL, 0, 0, 0, 0, 0, 0, 0, 0 };
+    HANDLE hLong = AddPrinterW(NULL, 2, (LPBYTE)&pi);
+    if (!hLong)
+        OpenPrinterW(name, &hLong, NULL);
+    ASSERT_NE(nullptr, hLong) << GetLastError();
     const WORD V = 0x0401;
     const struct {
         const char *name; DWORD mode; LPCWSTR printer; WORD inSize, inExtra, inVersion; bool out;
@@ -52,7 +53,8 @@ TEST(Exports, ConvertDevMode)
         { "defaults without output", CDM_DRIVER_DEFAULT, L"Quillora", 0, 0, 0, false, 0, 0, 0, 9000, "0 122 3484" },
         { "defaults of no printer", CDM_DRIVER_DEFAULT, L"No Such Printer", 0, 0, 0, true, 0, 0, 0, 3484, "0 13 3484" },
         { "defaults", CDM_DRIVER_DEFAULT, L"Quillora", 0, 0, 0, true, 0, 0, 0, 3484, "1 - 3484" },
-        { "unknown mode", 8, 0, 220, 3264, V, true, 220, 3264, V, 3484, "0 3735928559 3484" },
+        { "defaults of a long name", CDM_DRIVER_DEFAULT, name, 0, 0, 0, true, 0, 0, 0, 3484, "1 - 3484" },
+        { "unknown mode", 8, 0, 220, 3264, V, true, 220, 3264, V, 3484, "0 - 3484" },
     };
     for (const auto &r : rows) {
         Layout in, out;
@@ -63,18 +65,22 @@ TEST(Exports, ConvertDevMode)
         Bytes want(out.bytes, out.bytes + sizeof(out.bytes));
         if (r.mode == CDM_CONVERT351 && r.out && r.needed >= 3452)
             Apply(want.data(), { { 64, 2, 0x0320 }, { 66, 2, 0x0350 }, { 68, 2, 188 }, { 70, 2, 3264 } });
-        if (r.outcome[0] == '1' && r.mode == CDM_DRIVER_DEFAULT)
+        if (r.outcome[0] == '1' && r.mode == CDM_DRIVER_DEFAULT) {
             memcpy(want.data(), Factory().data(), 3484);
-        else if (r.outcome[0] == '1' || r.mode == CDM_CONVERT351)
+            lstrcpynW((WCHAR *)want.data(), r.printer, 32);
+        } else if (r.outcome[0] == '1' || r.mode == CDM_CONVERT351)
             ConvertInto(in.bytes, want.data());
         LONG needed = r.needed;
+        PFN_CONVERT convert = TheDriver().ConvertDevMode;
         SetLastError(0xdeadbeef);
-        BOOL ok = TheDriver().ConvertDevMode((LPWSTR)r.printer, in.dm(), r.out ? out.dm() : NULL, &needed, r.mode);
+        BOOL ok = convert((LPWSTR)r.printer, in.dm(), r.out ? out.dm() : NULL, &needed, r.mode);
         EXPECT_EQ(r.outcome, Outcome(ok, needed)) << r.name;
         EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes))) << r.name;
     }
     SetLastError(0xdeadbeef);
     EXPECT_EQ("0 87 0", Outcome(TheDriver().ConvertDevMode(NULL, NULL, NULL, NULL, CDM_CONVERT), 0)) << "no size given";
+    EXPECT_TRUE(DeletePrinter(hLong));
+    ClosePrinter(hLong);
 }
 
 struct DirectRow {
@@ -162,7 +168,9 @@ TEST(Exports, DocumentPropertiesMerge)
         Bytes work = Factory(), want(out.bytes, out.bytes + sizeof(out.bytes));
         DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", r.base ? in.dm() : NULL,
                                      r.result == 3484 && r.mode ? NULL : out.dm(), 0, r.mode };
-        EXPECT_EQ(r.result, TheDriver().DocumentPropertySheets(NULL, (LPARAM)&h)) << r.name;
+        SetLastError(0xdeadbeef);
+        EXPECT_EQ(std::to_string(r.result) + " - 0", Outcome(TheDriver().DocumentPropertySheets(NULL, (LPARAM)&h), 0))
+            << r.name << ": the direct call sets no last error";
         Apply(work.data(), r.expect);
         if (r.result == 1)
             want = WriteOut(work, r.base ? in.bytes : NULL);
@@ -174,7 +182,8 @@ TEST(Exports, DocumentPropertiesMerge)
             EXPECT_EQ(r.inQuality * 0x10001, (Get(in.bytes, 90, 2) & 0xFFFF) | (Get(in.bytes, 96, 2) << 16)) << r.name;
         }
     }
-    EXPECT_EQ(-1, TheDriver().DocumentPropertySheets(NULL, 0)) << "no header";
+    SetLastError(0xdeadbeef);
+    EXPECT_EQ("-1 - 0", Outcome(TheDriver().DocumentPropertySheets(NULL, 0), 0)) << "no header";
     Layout out;
     MakeLayout(&out, 0, 0, 0, 0xA5);
     EXPECT_EQ(3484, TheDriver().DocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", out.dm(), NULL, 0));
@@ -222,13 +231,38 @@ TEST(Exports, Capabilities)
     }
 }
 
-// The sheet's reasons as the property-sheet library gives them, with a
-// stand-in for the library's callback that lists the pages it is given as
-// "size flags template" and whether they carry the module and the sheet state.
-std::string g_pages;
-int g_added, g_refuseAt = 99;
+// The common property-sheet library as the module's sheets meet it: the
+// module loads it by name and looks its entry up, and both calls are pointed
+// at this stand-in.  It gives the reasons in the library's order and lists
+// the pages it is given as "size flags template title"; the device page is
+// also created and its caption and controls listed.  OK reaches a document
+// sheet only as a page's SET_RESULT, as it does from the pages' apply step;
+// the device sheet has no apply step, so there the library's own OK counts.
+enum Fault { NO_FAULT, NO_LIBRARY, NO_EXPORT, SIZING_FAILS, SIZE_CHANGES };
+std::string g_pages, g_calls;
+int g_added, g_refuseAt = 99, g_fault;
+bool g_ok;
+DWORD g_seenMode;
 PROPSHEETUI_INFO g_info;
-LPCWSTR g_title = L"Quillora";
+
+std::string AboutPage(const PROPSHEETPAGEW *p)
+{
+    HWND hParent = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 700, 500, NULL, NULL, NULL, NULL);
+    HWND hPage = CreateDialogParamW(p->hInstance, p->pszTemplate, hParent, p->pfnDlgProc, (LPARAM)p);
+    WCHAR text[64] = L"";
+    GetWindowTextW(hPage, text, 64);
+    std::string about = " [" + Utf8(text);
+    for (HWND h = GetWindow(hPage, GW_CHILD); h; h = GetWindow(h, GW_HWNDNEXT)) {
+        GetWindowTextW(h, text, 64);
+        bool bitmap = SendMessageW(h, STM_GETIMAGE, IMAGE_BITMAP, 0);
+        about += bitmap ? "|(bitmap)" : wcsstr(text, L"Quillora") ? "|Quillora" : "|(text)";
+    }
+    about += "] " + std::to_string(p->pfnDlgProc(hPage, WM_INITDIALOG, 0, 0)) +
+             std::to_string(p->pfnDlgProc(hPage, WM_COMMAND, IDOK, 0));
+    DestroyWindow(hParent);
+    return about;
+}
+
 LONG_PTR CALLBACK AddPage(HANDLE, UINT function, LPARAM page, LPARAM)
 {
     const PROPSHEETPAGEW *p = (const PROPSHEETPAGEW *)page;
@@ -236,77 +270,154 @@ LONG_PTR CALLBACK AddPage(HANDLE, UINT function, LPARAM page, LPARAM)
         return 0;
     g_pages += std::to_string(p->dwSize) + " " + std::to_string(p->dwFlags) + " " +
                std::to_string((ULONG_PTR)p->pszTemplate) + (p->hInstance == TheDriver().hModule ? "" : " other module") +
-               (p->lParam == (LPARAM)g_info.UserData ? "" : " other state") +
-               (p->pszTitle ? (p->pszTitle == g_title ? " titled;" : " wrong title;") : ";");
+               (p->pszTitle ? " " + Utf8(p->pszTitle) : "") + (p->pszTemplate == MAKEINTRESOURCEW(113) ? AboutPage(p) :
+               p->lParam == (LPARAM)g_info.UserData ? "" : " other state") + ";";
     return 0x100 + ++g_added;
 }
 
-LONG Reason(const Driver &d, WORD reason, LPARAM lParam, PFN_SHEETS entry = NULL)
+LONG Reason(PFN_SHEETS entry, WORD reason, LPARAM lParam)
 {
     g_info.Reason = reason;
-    SetLastError(0);
-    return (entry ? entry : d.DocumentPropertySheets)(&g_info, lParam);
+    SetLastError(0xdeadbeef);
+    return entry(&g_info, lParam);
 }
 
-TEST(Exports, SheetReasons)
+LONG WINAPI Library(HWND, PFN_SHEETS entry, LPARAM lParam, LPDWORD pResult)
+{
+    const bool document = entry == TheDriver().DocumentPropertySheets;
+    const DOCUMENTPROPERTYHEADER *h = document ? (DOCUMENTPROPERTYHEADER *)lParam : NULL;
+    g_seenMode = h ? h->fMode : 0;
+    g_info = { sizeof(g_info), 0x100, 0, 0, (HANDLE)1, AddPage, lParam, 0, h ? 0 : (ULONG_PTR)g_ok };
+    g_added = 0;
+    LONG init = Reason(entry, PROPSHEETUI_REASON_INIT, lParam);
+    g_pages = std::to_string(init) + ":" + g_pages;
+    PROPSHEETUI_INFO_HEADER ih = {};
+    EXPECT_EQ(1, Reason(entry, PROPSHEETUI_REASON_GET_INFO_HEADER, (LPARAM)&ih));
+    if (h) {
+        EXPECT_EQ(6, ih.Flags);
+        EXPECT_EQ(h->pszPrinterName, ih.pTitle);
+        EXPECT_EQ(TheDriver().hModule, ih.hInst);
+        EXPECT_EQ(-1, Reason(entry, PROPSHEETUI_REASON_GET_INFO_HEADER, 0)) << "no info header";
+        SETRESULT_INFO result = { sizeof(result), 0, (HANDLE)0x999, 1 };
+        EXPECT_EQ(-1, Reason(entry, PROPSHEETUI_REASON_SET_RESULT, (LPARAM)&result)) << "a handle of no page";
+        result.hSetResult = (HANDLE)0x103;
+        if (g_ok) {
+            EXPECT_EQ(1, Reason(entry, PROPSHEETUI_REASON_SET_RESULT, (LPARAM)&result));
+        }
+    }
+    EXPECT_EQ(1, Reason(entry, PROPSHEETUI_REASON_DESTROY, 0));
+    EXPECT_EQ(0u, g_info.UserData);
+    EXPECT_EQ(h ? -1 : 1, Reason(entry, 7, 0)) << "another reason";
+    *pResult = (DWORD)g_info.Result;
+    return 1;
+}
+
+HMODULE WINAPI FakeLoadLibrary(LPCSTR name)
+{
+    return g_fault == NO_LIBRARY && !lstrcmpiA(name, "compstui.dll") ? NULL : LoadLibraryA(name);
+}
+
+FARPROC WINAPI FakeGetProcAddress(HMODULE h, LPCSTR name)
+{
+    if (IS_INTRESOURCE(name) || strcmp(name, "CommonPropertySheetUIW"))
+        return GetProcAddress(h, name);
+    return g_fault == NO_EXPORT ? NULL : (FARPROC)(void *)Library;
+}
+
+// The spooler's answers as "level:buffer size;", with the sizing call failing
+// for another reason than a small buffer (its size given all the same), or
+// the size changing between the calls.
+BOOL WINAPI FakeGetPrinter(HANDLE hPrinter, DWORD level, LPBYTE buffer, DWORD cb, LPDWORD needed)
+{
+    g_calls += std::to_string(level) + ":" + std::to_string(cb) + ";";
+    BOOL ok = GetPrinterW(hPrinter, level, buffer, cb, needed);
+    if (g_fault == SIZING_FAILS && !cb)
+        SetLastError(ERROR_ACCESS_DENIED);
+    *needed += g_fault == SIZE_CHANGES && cb ? 8 : 0;
+    return ok;
+}
+
+TEST(Exports, SheetsThroughTheLibrary)
 {
     const Driver &d = TheDriver();
-    const std::string v2 = std::to_string(PROPSHEETPAGEW_V2_SIZE);
-    for (DWORD mode : { DM_IN_BUFFER | DM_OUT_BUFFER | DM_PROMPT, DM_UPDATE | DM_PROMPT, DM_PROMPT,
-                        DM_OUT_BUFFER | DM_NOPERMISSION }) {
+    ASSERT_TRUE(HookImport(L"kernel32.dll", "LoadLibraryA", (void *)FakeLoadLibrary));
+    ASSERT_TRUE(HookImport(L"kernel32.dll", "GetProcAddress", (void *)FakeGetProcAddress));
+    ASSERT_TRUE(HookImport(L"winspool.drv", "GetPrinterW", (void *)FakeGetPrinter));
+    HANDLE hPrinter;
+    ASSERT_TRUE(OpenPrinterW((LPWSTR)L"Quillora", &hPrinter, NULL));
+    DWORD cb4 = 0;
+    GetPrinterW(hPrinter, 4, NULL, 0, &cb4);
+    const std::string v2 = std::to_string(PROPSHEETPAGEW_V2_SIZE), calls = "4:0;4:" + std::to_string(cb4) + ";";
+    const std::string doc = "1:" + v2 + " 0 111;" + v2 + " 0 110;" + v2 + " 0 114;";
+    const std::string about = " [О программе...|(bitmap)|Quillora|(text)] 10;";
+    const std::string device = "1:" + v2 + " 0 113 Quillora" + about, untitled = "1:" + v2 + " 0 113" + about;
+    const DWORD IOP = DM_IN_BUFFER | DM_OUT_BUFFER | DM_PROMPT;
+    enum { LIBRARY, PROMPT, ADVANCED, PRINTER };
+    // Through which entry, the caller's mode, OK or Cancel, a fault -> the
+    // result, the pages the library was given, the mode it saw, the spooler's
+    // answers, whether the caller's output record is written.
+    const struct { const char *name; int entry; DWORD mode; bool ok; int fault; LONG result; std::string pages;
+                   DWORD seen; std::string calls; bool writes; } rows[] = {
+        { "in and out", LIBRARY, IOP, true, NO_FAULT, 1, doc, IOP, "", true },
+        { "update", LIBRARY, DM_UPDATE | DM_PROMPT, true, NO_FAULT, 1, doc, DM_UPDATE | DM_PROMPT, "", true },
+        { "no output asked", LIBRARY, DM_PROMPT, true, NO_FAULT, 1, doc, DM_PROMPT, "", false },
+        { "no permission", LIBRARY, DM_OUT_BUFFER | DM_NOPERMISSION, true, NO_FAULT, 1, doc, 0x22, "", false },
+        { "cancelled", LIBRARY, IOP, false, NO_FAULT, 0, doc, IOP, "", false },
+        { "document properties, OK", PROMPT, IOP, true, NO_FAULT, IDOK, doc, IOP, "", true },
+        { "document properties, Cancel", PROMPT, IOP, false, NO_FAULT, IDCANCEL, doc, IOP, "", false },
+        { "document properties, no entry", PROMPT, IOP, true, NO_EXPORT, IDCANCEL, "", 0, "", false },
+        { "advanced, OK", ADVANCED, 0, true, NO_FAULT, 1, doc, 0x1E, "", true },
+        { "advanced, Cancel", ADVANCED, 0, false, NO_FAULT, 0, doc, 0x1E, "", false },
+        { "advanced, no library", ADVANCED, 0, true, NO_LIBRARY, 0, "", 0, "", false },
+        { "printer, OK", PRINTER, 0, true, NO_FAULT, TRUE, device, 0, calls, false },
+        { "printer, Cancel", PRINTER, 0, false, NO_FAULT, FALSE, device, 0, calls, false },
+        { "printer, sizing refused", PRINTER, 0, true, SIZING_FAILS, TRUE, untitled, 0, "4:0;", false },
+        { "printer, size changed", PRINTER, 0, true, SIZE_CHANGES, TRUE, untitled, 0, calls, false },
+        { "printer, no library", PRINTER, 0, true, NO_LIBRARY, FALSE, "", 0, calls, false },
+    };
+    for (const auto &r : rows) {
         Layout in, out;
         MakeInput(&in, PUBLIC, 0, { { 72, 4, 0x401 }, { 76, 2, 2 }, { 90, 2, -4 } });
         MakeLayout(&out, 0, 0, 0, 0xA5);
         Bytes work = Factory(), want(out.bytes, out.bytes + sizeof(out.bytes));
-        DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", in.dm(), out.dm(), 3484, mode };
-        g_info = { sizeof(g_info), 0x100, 0, 0, (HANDLE)1, AddPage, (LPARAM)&h, 0, 0 };
+        DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", in.dm(), out.dm(), 3484, r.mode };
         g_pages.clear();
-        g_added = 0;
-        ASSERT_EQ(1, Reason(d, PROPSHEETUI_REASON_INIT, (LPARAM)&h)) << mode;
-        EXPECT_EQ(v2 + " 0 111;" + v2 + " 0 110;" + v2 + " 0 114;", g_pages) << mode;
-        EXPECT_EQ(300, in.dm()->dmPrintQuality) << "normalised in place";
-        PROPSHEETUI_INFO_HEADER ih = {};
-        EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_GET_INFO_HEADER, (LPARAM)&ih));
-        EXPECT_EQ(6, ih.Flags);
-        EXPECT_EQ(h.pszPrinterName, ih.pTitle);
-        EXPECT_EQ(d.hModule, ih.hInst);
-        EXPECT_EQ(-1, Reason(d, PROPSHEETUI_REASON_GET_INFO_HEADER, 0)) << "no info header";
-
-        SETRESULT_INFO result = { sizeof(result), 0, (HANDLE)0x999, 1 };
-        EXPECT_EQ(-1, Reason(d, PROPSHEETUI_REASON_SET_RESULT, (LPARAM)&result)) << "a handle of no page";
-        EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes))) << mode;
-        result.hSetResult = (HANDLE)0x103;
-        EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_SET_RESULT, (LPARAM)&result));
-        EXPECT_EQ(1u, g_info.Result);
+        g_calls.clear();
+        g_seenMode = 0;
+        g_ok = r.ok;
+        g_fault = r.fault;
+        DWORD result = 0;
+        LPWSTR name = (LPWSTR)L"Quillora";
+        LONG got = r.entry == LIBRARY ? (Library(NULL, d.DocumentPropertySheets, (LPARAM)&h, &result), (LONG)result)
+                   : r.entry == PROMPT ? d.DocumentProperties(NULL, NULL, name, out.dm(), in.dm(), r.mode)
+                   : r.entry == ADVANCED ? d.AdvancedDocumentProperties(NULL, NULL, name, out.dm(), in.dm())
+                   : d.PrinterProperties(NULL, hPrinter);
+        EXPECT_EQ(r.result, got) << r.name;
+        EXPECT_EQ(r.pages, g_pages) << r.name;
+        EXPECT_EQ(r.seen, g_seenMode) << r.name;
+        EXPECT_EQ(r.calls, g_calls) << r.name;
         Apply(work.data(), { { 76, 2, 2 }, { 232, 4, 1 }, { 90, 2, 300 }, { 96, 2, 300 }, { 236, 4, 300 } });
-        if (mode & (DM_UPDATE | DM_COPY) && !(mode & DM_NOPERMISSION))
+        if (r.writes)
             want = WriteOut(work, in.bytes);
-        EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes))) << mode;
-        EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_DESTROY, 0));
-        EXPECT_EQ(0u, g_info.UserData);
-        EXPECT_EQ(-1, Reason(d, 7, 0)) << "unknown reason";
+        EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes))) << r.name;
+        EXPECT_EQ(r.seen ? 300 : -4, in.dm()->dmPrintQuality) << r.name << ": normalised in place";
     }
+    g_fault = NO_FAULT;
+    ClosePrinter(hPrinter);
     g_info.lParamInit = 0;
-    EXPECT_EQ("-1 13 0", Outcome(Reason(d, PROPSHEETUI_REASON_INIT, 0), 0)) << "no document header";
-    EXPECT_EQ("-1 13 0", Outcome(Reason(d, PROPSHEETUI_REASON_GET_INFO_HEADER, 0), 0)) << "no document header";
-    EXPECT_EQ("-1 13 0", Outcome(Reason(d, PROPSHEETUI_REASON_INIT, 0, d.DevicePropertySheets), 0)) << "no device header";
+    const PFN_SHEETS sheet = d.DocumentPropertySheets;
+    EXPECT_EQ("-1 13 0", Outcome(Reason(sheet, PROPSHEETUI_REASON_INIT, 0), 0)) << "no document header";
+    EXPECT_EQ("-1 13 0", Outcome(Reason(sheet, PROPSHEETUI_REASON_GET_INFO_HEADER, 0), 0)) << "no document header";
+    EXPECT_EQ("-1 13 0", Outcome(Reason(d.DevicePropertySheets, PROPSHEETUI_REASON_INIT, 0), 0)) << "no device header";
+    SetLastError(0xdeadbeef);
+    EXPECT_EQ("-1 13 0", Outcome(d.DevicePropertySheets(NULL, 0), 0)) << "no information";
     DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", NULL, NULL, 3484, DM_PROMPT };
+    g_info.lParamInit = (LPARAM)&h;
     g_added = 0;
     g_refuseAt = 1;
-    EXPECT_EQ(-1, Reason(d, PROPSHEETUI_REASON_INIT, (LPARAM)&h)) << "a page refused";
+    EXPECT_EQ(-1, Reason(sheet, PROPSHEETUI_REASON_INIT, (LPARAM)&h)) << "a page refused";
     EXPECT_NE(0u, g_info.UserData) << "the state stays for DESTROY";
-    EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_DESTROY, 0));
-
-    // The device sheet: the About page only, titled with the printer's name.
-    DEVICEPROPERTYHEADER dh = { sizeof(dh), 0, NULL, (LPWSTR)g_title };
-    g_info.lParamInit = (LPARAM)&dh;
-    g_pages.clear();
-    g_refuseAt = 99;
-    EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_DESTROY, 0, d.DevicePropertySheets));
-    EXPECT_EQ(1, Reason(d, PROPSHEETUI_REASON_INIT, 0, d.DevicePropertySheets));
-    EXPECT_EQ(v2 + " 0 113 titled;", g_pages);
-    SetLastError(0);
-    EXPECT_EQ("-1 13 0", Outcome(d.DevicePropertySheets(NULL, 0), 0)) << "no information";
+    EXPECT_EQ(1, Reason(sheet, PROPSHEETUI_REASON_DESTROY, 0));
 
     DEVQUERYPRINT_INFO query = { sizeof(query), 1, NULL, NULL, NULL, 0, 0 };
     EXPECT_FALSE(d.DevQueryPrintEx(&query));
@@ -318,22 +429,6 @@ TEST(Exports, SheetReasons)
 // from the spooler's driver folder, and the printer's own record is the layer
 // between the factory record and the caller's.
 #define PRINTER L"Quillora"
-
-// The printer's level-2 information, by the two-call protocol; with a record
-// given, that record is stored as the printer's own.
-bool PrinterRecord(HANDLE hPrinter, Bytes *saved, const BYTE *store)
-{
-    DWORD cb = 0;
-    GetPrinterW(hPrinter, 2, NULL, 0, &cb);
-    std::vector<BYTE> buffer(cb);
-    PRINTER_INFO_2W *info = (PRINTER_INFO_2W *)buffer.data();
-    if (!cb || !GetPrinterW(hPrinter, 2, buffer.data(), cb, &cb) || !info->pDevMode)
-        return false;
-    saved->assign((BYTE *)info->pDevMode, (BYTE *)info->pDevMode + 3484);
-    info->pDevMode = (DEVMODEW *)store;
-    info->pSecurityDescriptor = NULL;
-    return !store || SetPrinterW(hPrinter, 2, buffer.data(), 0);
-}
 
 TEST(Spooler, ThePrintersRecordIsTheMiddleLayer)
 {
@@ -368,31 +463,6 @@ TEST(Spooler, ThePrintersRecordIsTheMiddleLayer)
     Bytes ignored;
     EXPECT_TRUE(PrinterRecord(hPrinter, &ignored, saved.data()));
     ClosePrinter(hPrinter);
-}
-
-TEST(Spooler, DriverDefaultsCarryTheFirst31CharactersOfTheName)
-{
-    WCHAR name[] = L"Quillora long name 0123456789ABCDEFGHIJK";   // 40 characters
-    PRINTER_INFO_2W pi = {};
-    pi.pPrinterName = name;
-    pi.pPortName = (LPWSTR)L"FILE:";
-    pi.pDriverName = (LPWSTR)PRINTER;
-    pi.pPrintProcessor = (LPWSTR)L"WinPrint";
-    pi.pDatatype = (LPWSTR)L"RAW";
-    HANDLE hLong = AddPrinterW(NULL, 2, (LPBYTE)&pi);
-    if (!hLong)
-        OpenPrinterW(name, &hLong, NULL);
-    ASSERT_NE(nullptr, hLong) << GetLastError();
-    Layout out;
-    MakeLayout(&out, 0, 0, 0, 0xA5);
-    Bytes want = Factory();
-    want.resize(sizeof(out.bytes), 0xA5);
-    memcpy(want.data(), name, 31 * sizeof(WCHAR));
-    LONG needed = 3484;
-    EXPECT_TRUE(TheDriver().ConvertDevMode(name, NULL, out.dm(), &needed, CDM_DRIVER_DEFAULT)) << GetLastError();
-    EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes)));
-    EXPECT_TRUE(DeletePrinter(hLong));
-    ClosePrinter(hLong);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #define QLR_TESTS_FILES_H
 
 #include <windows.h>
+#include <string.h>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,18 @@ inline void WriteBytes(const std::wstring &path, const std::vector<BYTE> &bytes)
     DWORD cb = 0;
     WriteFile(h, bytes.data(), (DWORD)bytes.size(), &cb, NULL);
     CloseHandle(h);
+}
+
+// A profile file as the format lays it out: magic, version 256, the name
+// ended with NULs, the settings record.
+inline std::vector<BYTE> FileOf(LPCWSTR name, const std::vector<BYTE> &record)
+{
+    std::vector<BYTE> f(3748, 0);
+    memcpy(&f[0], "QLRP", 4);
+    f[5] = 1;
+    memcpy(&f[8], name, wcslen(name) * 2);
+    memcpy(&f[264], record.data(), 3484);
+    return f;
 }
 
 // A key's unnamed value set, and read back as its bytes stand (RegGetValue

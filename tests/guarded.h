@@ -6,11 +6,25 @@
 #include <windows.h>
 #include <string.h>
 
+// A touch of the forbidden page fails the test program at once: under Wine an
+// unhandled fault would otherwise wait for a debugger that nobody answers.
+inline LONG WINAPI GuardTouched(EXCEPTION_POINTERS *)
+{
+    static const char text[] = "A guarded buffer's end was overrun: the test program stops here.\n";
+    DWORD cb;
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), text, sizeof(text) - 1, &cb, NULL);
+    TerminateProcess(GetCurrentProcess(), 3);
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
 struct Guarded {
     BYTE *base = NULL;
     BYTE *p = NULL;
-    explicit Guarded(size_t n, BYTE fill = 0)
+    size_t n;
+    BYTE fill;
+    explicit Guarded(size_t size, BYTE with = 0) : n(size), fill(with)
     {
+        SetUnhandledExceptionFilter(GuardTouched);
         SYSTEM_INFO si;
         GetSystemInfo(&si);
         size_t span = ((n + si.dwPageSize - 1) / si.dwPageSize + 1) * si.dwPageSize;
@@ -21,6 +35,15 @@ struct Guarded {
         memset(p, fill, n);
     }
     ~Guarded() { VirtualFree(base, 0, MEM_RELEASE); }
+    // Past the first NUL character the buffer still holds the fill: nothing
+    // was written beyond the string.
+    bool TailUntouched() const
+    {
+        size_t end = wcsnlen((const WCHAR *)p, n / 2) * 2 + 2;
+        while (end < n && p[end] == fill)
+            end++;
+        return end >= n;
+    }
     Guarded(const Guarded &) = delete;
     Guarded &operator=(const Guarded &) = delete;
     template <typename T> T *as() { return (T *)p; }

@@ -11,24 +11,6 @@ namespace {
 
 typedef int (WINAPI *PFN_EVENT)(HANDLE, HDC, int, ULONG, PVOID, ULONG, PVOID);
 
-// Points the module's import of one function at a recorder.
-bool HookImport(LPCWSTR dll, const char *name, void *replacement)
-{
-    BYTE *base = (BYTE *)TheDriver().hModule;
-    IMAGE_NT_HEADERS *nt = (IMAGE_NT_HEADERS *)(base + ((IMAGE_DOS_HEADER *)base)->e_lfanew);
-    DWORD rva = nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
-    void *real = (void *)GetProcAddress(GetModuleHandleW(dll), name);
-    for (IMAGE_IMPORT_DESCRIPTOR *d = (IMAGE_IMPORT_DESCRIPTOR *)(base + rva); d->Name; d++)
-        for (IMAGE_THUNK_DATA *t = (IMAGE_THUNK_DATA *)(base + d->FirstThunk); t->u1.Function; t++)
-            if ((void *)t->u1.Function == real) {
-                DWORD old;
-                VirtualProtect(&t->u1.Function, sizeof(void *), PAGE_READWRITE, &old);
-                t->u1.Function = (ULONG_PTR)replacement;
-                return true;
-            }
-    return false;
-}
-
 // The calls as "verb|file|parameters|show;", with "(dir)" when a folder is
 // given; files named *.none have no program registered for their type.
 std::string g_calls;

@@ -10,11 +10,16 @@
 
 namespace {
 
+// The numbers and names the pages are documented with, not the module's own.
+#define KEY L"Software\\Moravel\\Quillora\\Profile"
+const size_t NAME_CHARS = 128, EXAMPLE = 1024, COMMAND = 520;
+const int JPEG = 2;
+
 // A page's combo and the manager's list box filled from the real registry,
 // for current names stored as another program might store them.
 TEST(ProfileList, TheCurrentNameIsMatchedWithCaseAndMarkedWhenModified)
 {
-    WCHAR saved[PROFILE_NAME_CHARS];
+    WCHAR saved[NAME_CHARS];
     ReadCurrentProfileName(saved);
     QLRDEVMODE dm = {};
     WriteProfile(L"qlr list one", &dm);
@@ -35,7 +40,7 @@ TEST(ProfileList, TheCurrentNameIsMatchedWithCaseAndMarkedWhenModified)
         { L"qlr no such profile", TRUE, L"<Default Profile>", L"two", L"<Default Profile>", L"" },
     };
     for (const auto &row : rows) {
-        RegSetValueW(HKEY_CURRENT_USER, PROFILE_KEY, REG_SZ, row.current, 0);
+        RegSetValueW(HKEY_CURRENT_USER, KEY, REG_SZ, row.current, 0);
         std::wstring all, selected;
         for (HWND h : { hCombo, hList }) {
             bool combo = h == hCombo;
@@ -83,11 +88,11 @@ TEST(Lengths, ClampFollowsUnitAndResolution)
 {
     SHEETSTATE sheet = {};
     struct { int unit, dpi, value, clamped; } rows[] = {
-        { UNIT_THOU, 200, 0, 39 }, { UNIT_THOU, 200, 999999, 720000 },
-        { UNIT_TENTHMM, 200, 200000, 182880 }, { UNIT_TENTHMM, 200, 5, 10 },
-        { UNIT_POINT, 200, 60000, 51840 }, { UNIT_POINT, 200, 1, 29 },
-        { UNIT_PIXEL, 200, 150, 200 }, { UNIT_PIXEL, 600, 200, 600 }, { UNIT_PIXEL, 50, 200000, 144000 },
-        { UNIT_THOU, 2400, 100000, 60000 }, { UNIT_THOU, 200, -5, 720000 },  // compared without sign
+        { 0, 200, 0, 39 }, { 0, 200, 999999, 720000 },
+        { 1, 200, 200000, 182880 }, { 1, 200, 5, 10 },
+        { 2, 200, 60000, 51840 }, { 2, 200, 1, 29 },
+        { 3, 200, 150, 200 }, { 3, 600, 200, 600 }, { 3, 50, 200000, 144000 },
+        { 0, 2400, 100000, 60000 }, { 0, 200, -5, 720000 },  // compared without sign
         { 7, 200, 123456789, 123456789 },
     };
     for (const auto &row : rows) {
@@ -131,11 +136,11 @@ TEST(Lengths, FormatAndParseAgreeWithEachOther)
         }
 }
 
-std::wstring Expand(LPCWSTR mask, int format = FORMAT_JPEG)
+std::wstring Expand(LPCWSTR mask, int format = JPEG)
 {
     SHEETSTATE sheet = {};
     sheet.work.iOutputFormat = format;
-    WCHAR out[EXAMPLE_CHARS] = L"";
+    WCHAR out[EXAMPLE] = L"";
     ExpandFileNameMask(NULL, &sheet, mask, out);
     return out;
 }
@@ -182,10 +187,11 @@ TEST(Macros, DateAndTimeComeFromTheLocalClock)
 std::wstring ExpandGuarded(const std::wstring &mask)
 {
     SHEETSTATE sheet = {};
-    sheet.work.iOutputFormat = FORMAT_JPEG;
-    Guarded out(EXAMPLE_CHARS * sizeof(WCHAR), 0xCC);
+    sheet.work.iOutputFormat = JPEG;
+    Guarded out(EXAMPLE * sizeof(WCHAR), 0xCC);
     ExpandFileNameMask(NULL, &sheet, mask.c_str(), out.as<WCHAR>());
-    return std::wstring(out.as<WCHAR>(), wcsnlen(out.as<WCHAR>(), EXAMPLE_CHARS));
+    EXPECT_TRUE(out.TailUntouched()) << mask.size() << " characters of mask";
+    return std::wstring(out.as<WCHAR>(), wcsnlen(out.as<WCHAR>(), EXAMPLE));
 }
 
 TEST(Macros, TheExampleNeverOverrunsItsBuffer)
@@ -196,14 +202,14 @@ TEST(Macros, TheExampleNeverOverrunsItsBuffer)
     const LPCWSTR patterns[] = { L"&[DocName]", L"&[Date]&", L"&[", L"x&[NoSuchMacroName]", L"&[&[Type]]" };
     for (LPCWSTR pattern : patterns) {
         std::wstring repeated;
-        while (repeated.size() < 2 * EXAMPLE_CHARS)
+        while (repeated.size() < 2 * EXAMPLE)
             repeated += pattern;
-        for (size_t len = 0; len <= 2 * EXAMPLE_CHARS; len += len < EXAMPLE_CHARS - 40 ? 7 : 1) {
+        for (size_t len = 0; len <= 2 * EXAMPLE; len += len < EXAMPLE - 40 ? 7 : 1) {
             std::wstring out = ExpandGuarded(repeated.substr(0, len));
-            ASSERT_LT(out.size(), (size_t)EXAMPLE_CHARS) << pattern << " at length " << len;
+            ASSERT_LT(out.size(), EXAMPLE) << pattern << " at length " << len;
         }
     }
-    std::wstring longName = L"&[" + std::wstring(4 * QLR_PATH_CHARS, L'N') + L"]tail";
+    std::wstring longName = L"&[" + std::wstring(1040, L'N') + L"]tail";
     EXPECT_EQ(L"tail", ExpandGuarded(longName)) << "a name longer than any mask expands to nothing";
 }
 
@@ -228,23 +234,28 @@ struct Association {
 
 TEST(Associations, TheProgramIsTheTokenHoldingTheLastDot)
 {
+    // A command line is read with at most 520 characters: 519 and the NUL fit, 550 do not.
+    const std::wstring fits = L"C:\\" + std::wstring(512, L'v') + L".exe", tooLong = fits + std::wstring(31, L'v');
     struct { LPCWSTR ext, command, program; } rows[] = {
         { L"qlra", L"\"C:\\Program Files\\Viewer App\\view.exe\" \"%1\"", L"C:\\Program Files\\Viewer App\\view.exe" },
         { L"qlrb", L"C:\\tools\\view.exe %1", L"C:\\tools\\view.exe" },
         { L"qlrc", L"C:\\tools\\view.exe /opt=a.b %1", L"C:\\tools\\view.exe /opt=a.b" },
         { L"qlrd", L"viewer %1", L"viewer" },     // no dot: the first token
         { L"qlre", NULL, L"" },                   // a class without an open command
+        { L"qlrf", fits.c_str(), fits.c_str() }, { L"qlrg", tooLong.c_str(), L"" },
     };
+    // The path written and its NUL, the rest of the buffer left as it was.
     for (const auto &row : rows) {
         Association a(row.ext, row.command);
-        WCHAR path[COMMAND_CHARS] = L"unchanged";
-        LookupAssociatedApplication(row.ext, path);
-        EXPECT_STREQ(row.program, path);
+        Guarded path(COMMAND * sizeof(WCHAR), 0xCC);
+        LookupAssociatedApplication(row.ext, path.as<WCHAR>());
+        EXPECT_STREQ(row.program, path.as<WCHAR>());
+        EXPECT_TRUE(path.TailUntouched()) << row.program;
     }
-    WCHAR path[COMMAND_CHARS] = L"unchanged";
-    LookupAssociatedApplication(L"qlr-no-such-type", path);
-    EXPECT_STREQ(L"", path);
-
+    Guarded path(COMMAND * sizeof(WCHAR), 0xCC);
+    LookupAssociatedApplication(L"qlr-no-such-type", path.as<WCHAR>());
+    EXPECT_STREQ(L"", path.as<WCHAR>());
+    EXPECT_TRUE(path.TailUntouched()) << "no class at all";
 }
 
 // The help control is found through its class registration; the test points

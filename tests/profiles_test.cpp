@@ -12,7 +12,7 @@
 namespace {
 
 const LPCWSTR KEY = L"Software\\Moravel\\Quillora\\Profile";
-const DWORD RECORD = 3484, FILE_SIZE = 3748, AT_PROFILED = 3480, AT_DRIVER_VERSION = 66;
+const DWORD RECORD = 3484, AT_PROFILED = 3480, AT_DRIVER_VERSION = 66, NAME_CHARS = 128;
 
 // A record no module function made: byte i is i * seed, so each seed is told
 // apart by its bytes.
@@ -150,7 +150,7 @@ TEST_F(Profiles, StoreOperationsLeaveTheRegistryAsExpected)
         }
         EXPECT_EQ(s.result, result) << "step " << i;
         EXPECT_EQ(s.image, Image(true)) << "step " << i;
-        WCHAR name[PROFILE_NAME_CHARS] = L"junk";
+        WCHAR name[NAME_CHARS] = L"junk";
         ReadCurrentProfileName(name);
         EXPECT_EQ(CurrentRaw(), name) << "step " << i;
     }
@@ -182,25 +182,15 @@ TEST_F(Profiles, OnlyAWholeBinaryRecordReadsAndItsDriverVersionIsOurs)
 
     // The current name, stored at every length and without a NUL, comes back
     // terminated inside a 128-character buffer.
-    Guarded name(PROFILE_NAME_CHARS * sizeof(WCHAR), 0xCC);
+    Guarded name(NAME_CHARS * sizeof(WCHAR), 0xCC);
     std::vector<WCHAR> letters(600, L'q');
     for (DWORD type : types)
         for (DWORD cb = 0; cb <= 1200; cb += cb < 300 ? 1 : 97) {
             StoreRaw(L"", type, letters.data(), cb);
             ReadCurrentProfileName(name.as<WCHAR>());
-            size_t len = wcsnlen(name.as<WCHAR>(), PROFILE_NAME_CHARS);
+            size_t len = wcsnlen(name.as<WCHAR>(), NAME_CHARS);
             EXPECT_EQ(cb > 256 ? 0 : std::min<size_t>(cb / 2, 127), len) << type << ", " << cb;
         }
-}
-
-std::vector<BYTE> FileOf(LPCWSTR name, const std::vector<BYTE> &record)
-{
-    std::vector<BYTE> f(FILE_SIZE, 0);
-    memcpy(&f[0], "QLRP", 4);
-    f[5] = 1;
-    memcpy(&f[8], name, wcslen(name) * 2);
-    memcpy(&f[264], record.data(), RECORD);
-    return f;
 }
 
 TEST_F(Profiles, FilesCarryTheStoredRecordBetweenMachines)
@@ -221,7 +211,7 @@ TEST_F(Profiles, FilesCarryTheStoredRecordBetweenMachines)
     std::vector<BYTE> file = FileOf(L"qlr test B", Pattern(3));
     memcpy(&file[8 + 2 * 11], L"after the NUL", 26);
     WriteBytes(path, file);
-    WCHAR name[PROFILE_NAME_CHARS] = L"";
+    WCHAR name[NAME_CHARS] = L"";
     ASSERT_TRUE(ImportProfileFile(path.c_str(), name));
     EXPECT_STREQ(L"qlr test B", name);
     EXPECT_EQ(L"[] qlr test A=3484b qlr test B=3", Image(true));
