@@ -1,10 +1,14 @@
 #!/usr/bin/env bash
-# Builds the module for x64 and x86, installs the printer into a private Wine
-# prefix and runs every test under one Xvfb display.  The x86 tree cannot run
-# here, so it builds while the x64 tests run: they mostly wait on Wine.
+# Builds the module for x64 and x86 with mingw-w64 and for x64 in the MSVC
+# dialect, installs the printer into a private Wine prefix and runs every
+# test under one Xvfb display; then the black-box harnesses again on the
+# MSVC-dialect module, loaded by path and installed as the printer's.  The x86
+# tree cannot run here, so it builds while the x64 tests run: they mostly
+# wait on Wine.
 source "$(dirname "$0")/common.sh"
 qlr_need_packages
 qlr_build x64
+qlr_build msvc-x64
 mkdir -p "$QLR_BUILD"
 qlr_build x86 >"$QLR_BUILD/x86-build.log" 2>&1 &
 x86_build=$!
@@ -14,6 +18,21 @@ qlr_unmanaged_windows
 qlr_install_printer
 status=0
 ctest --test-dir "$QLR_BUILD/x64" --output-on-failure "$@" || status=$?
+
+msvc_dll=$QLR_BUILD/msvc-x64/bin/QLRDRVUI.DLL
+echo "MSVC-dialect module: exports as the mingw-w64 build's, imports, black-box harnesses"
+exports() { x86_64-w64-mingw32-objdump -p "$1" | sed -n '/^\[Ordinal\/Name Pointer\] Table/,/^$/s/^\t\[ *[0-9]*\] //p'; }
+gcc_exports=$(exports "$QLR_BUILD/x64/bin/QLRDRVUI.DLL")
+if [ -z "$gcc_exports" ] || ! diff <(echo "$gcc_exports") <(exports "$msvc_dll"); then
+  echo "The two builds do not export the same names." >&2
+  status=1
+fi
+"$QLR_ROOT/tests/check-imports.sh" x86_64-w64-mingw32-objdump "$msvc_dll" || status=1
+# Wine maps the Unix root to drive Z:.
+qlr_install_printer "Z:$msvc_dll" >/dev/null
+QLR_MODULE="Z:$msvc_dll" ctest --test-dir "$QLR_BUILD/x64" --output-on-failure \
+  -R '^(exports|robustness|jobwindow|sheet)_test$' || status=1
+
 if ! wait $x86_build; then
   cat "$QLR_BUILD/x86-build.log"
   echo "The x86 build failed." >&2
