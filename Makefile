@@ -1,5 +1,5 @@
 # Shortcuts; the scripts install what they need and may be run directly.
-.PHONY: run test package bench mutants clean
+.PHONY: run test package msvc bench mutants clean
 
 run:
 	bash scripts/run.sh
@@ -9,6 +9,9 @@ test:
 
 package:
 	bash scripts/package.sh
+
+msvc:
+	bash scripts/msvc.sh
 
 bench:
 	bash scripts/bench.sh

@@ -6,7 +6,10 @@ QLR_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 QLR_BUILD=$QLR_ROOT/build
 WINE=/usr/lib/wine/wine64
 WINESERVER=/usr/lib/wine/wineserver
-QLR_PACKAGES="mingw-w64 wine64 xvfb xauth cmake ninja-build googletest make fp-utils"
+# The second compiler, the MSVC dialect: clang-cl (clang-tools), llvm-rc
+# (llvm), lld-link (lld) of LLVM 14, and Wine's SDK for PE programs.
+QLR_PACKAGES="mingw-w64 wine64 xvfb xauth cmake ninja-build googletest make fp-utils
+              clang-tools-14 llvm-14 lld-14 libwine-dev"
 
 qlr_need_packages() {
   local missing=() p
@@ -23,13 +26,16 @@ qlr_need_packages() {
   DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# qlr_build ARCH [target...]: the module, the Wine tools, the tests and the
-# benchmarks for one architecture (all of them without targets).  Both build
-# whole; only x64 runs, since these machines refuse 32-bit programs.
+# qlr_build TREE [target...]: x64 and x86 are the mingw-w64 builds of the
+# module, the Wine tools, the tests and the benchmarks (all of them without
+# targets); both build whole, but only x64 runs, since these machines refuse
+# 32-bit programs.  msvc-x64 is the module alone, built by clang-cl.
 qlr_build() {
   local arch=$1; shift
+  local toolchain=mingw-$arch
+  [ "$arch" = msvc-x64 ] && toolchain=clang-cl-x64
   cmake -S "$QLR_ROOT" -B "$QLR_BUILD/$arch" -G Ninja \
-        -DCMAKE_TOOLCHAIN_FILE="$QLR_ROOT/cmake/mingw-$arch.cmake" \
+        -DCMAKE_TOOLCHAIN_FILE="$QLR_ROOT/cmake/$toolchain.cmake" \
         -DCMAKE_BUILD_TYPE=Release -DQLR_BUILD_TESTS=ON >/dev/null
   local target
   if [ $# -eq 0 ]; then
@@ -92,6 +98,8 @@ qlr_managed_windows() {
   "$WINE" reg delete 'HKCU\Software\Wine\X11 Driver' /v Managed /f >/dev/null 2>&1 || true
 }
 
+# qlr_install_printer [DLL]: the printer with the x64 build's module, or with
+# the one named (a Windows path).
 qlr_install_printer() {
-  "$WINE" "$QLR_BUILD/x64/bin/qlrsetup.exe"
+  "$WINE" "$QLR_BUILD/x64/bin/qlrsetup.exe" "$@"
 }

@@ -7,8 +7,10 @@ const Driver &TheDriver()
     static Driver driver;
     if (!driver.hModule) {
         WCHAR szPath[MAX_PATH];
-        GetModuleFileNameW(NULL, szPath, MAX_PATH);
-        lstrcpyW(wcsrchr(szPath, L'\\') + 1, L"QLRDRVUI.DLL");
+        if (!GetEnvironmentVariableW(L"QLR_MODULE", szPath, MAX_PATH)) {
+            GetModuleFileNameW(NULL, szPath, MAX_PATH);
+            lstrcpyW(wcsrchr(szPath, L'\\') + 1, L"QLRDRVUI.DLL");
+        }
         driver.hModule = LoadLibraryW(szPath);
         LOOKUP(ConvertDevMode, "DrvConvertDevMode");
         LOOKUP(DeviceCapabilities, "DrvDeviceCapabilities");

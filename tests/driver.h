@@ -44,7 +44,8 @@ inline void MakeLayout(Layout *p, WORD size, WORD extra, WORD version, BYTE fill
     p->dm()->dmSize = size, p->dm()->dmDriverExtra = extra, p->dm()->dmSpecVersion = version;
 }
 
-// Loads QLRDRVUI.DLL from the test program's own folder, once per process.
+// Loads QLRDRVUI.DLL from the test program's own folder, or the build that
+// QLR_MODULE names (the MSVC-dialect one), once per process.
 const Driver &TheDriver();
 
 // The printer's own record, by the level-2 two-call protocol; with a record

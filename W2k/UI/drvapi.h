@@ -1,19 +1,85 @@
 /*
- * Printer-driver UI declarations that mingw-w64's headers lack, written from the
- * platform's documented layouts.  Never hard-code their sizes: the 32-bit byte
- * counts (28 for the document header, 12 for the device header) grow on x64,
- * so callers and this module both use sizeof.
+ * Printer-driver UI declarations that the SDK at hand lacks, written from the
+ * platform's documented layouts: mingw-w64 has compstui.h and winddiui.h but
+ * not the driver-UI structures and prototypes; Wine's SDK has neither header.
+ * Never hard-code their sizes: the 32-bit byte counts (28 for the document
+ * header, 12 for the device header) grow on x64, so callers and this module
+ * both use sizeof.
  */
 #ifndef QLR_DRVAPI_H
 #define QLR_DRVAPI_H
 
 #include <windows.h>
 #include <winspool.h>
+
+#if __has_include(<compstui.h>)
 #include <compstui.h>
+#endif
+#if __has_include(<winddiui.h>)
 #include <winddiui.h>
+#endif
 
 #ifdef __cplusplus
 extern "C" {
+#endif
+
+#if !__has_include(<compstui.h>)
+/* The part of the common property-sheet library's interface the module uses. */
+typedef LONG_PTR (CALLBACK *PFNCOMPROPSHEET)(HANDLE hComPropSheet, UINT Function,
+                                             LPARAM lParam1, LPARAM lParam2);
+
+typedef struct _PROPSHEETUI_INFO {
+    WORD     cbSize;
+    WORD     Version;
+    WORD     Flags;
+    WORD     Reason;
+    HANDLE   hComPropSheet;
+    PFNCOMPROPSHEET pfnComPropSheet;
+    LPARAM   lParamInit;
+    ULONG_PTR UserData;
+    ULONG_PTR Result;
+} PROPSHEETUI_INFO, *PPROPSHEETUI_INFO;
+
+typedef struct _PROPSHEETUI_INFO_HEADER {
+    WORD     cbSize;
+    WORD     Flags;
+    LPWSTR   pTitle;
+    HWND     hWndParent;
+    HINSTANCE hInst;
+    union {
+        HICON     hIcon;
+        ULONG_PTR IconID;
+    };
+} PROPSHEETUI_INFO_HEADER, *PPROPSHEETUI_INFO_HEADER;
+
+typedef struct _SETRESULT_INFO {
+    WORD     cbSize;
+    WORD     wReserved;
+    HANDLE   hSetResult;
+    LRESULT  Result;
+} SETRESULT_INFO, *PSETRESULT_INFO;
+
+#define CPSFUNC_ADD_PROPSHEETPAGEW          1
+#define CPSFUNC_SET_RESULT                  9
+
+#define PROPSHEETUI_REASON_INIT             0
+#define PROPSHEETUI_REASON_GET_INFO_HEADER  1
+#define PROPSHEETUI_REASON_DESTROY          2
+#define PROPSHEETUI_REASON_SET_RESULT       3
+
+#define PSUIHDRF_NOAPPLYNOW                 0x0002
+#define PSUIHDRF_PROPTITLE                  0x0004
+#endif
+
+#if !__has_include(<winddiui.h>)
+#define DOCUMENTEVENT_CREATEDCPRE   1
+#define DOCUMENTEVENT_CREATEDCPOST  2
+#define DOCUMENTEVENT_SUCCESS       1
+#define DOCUMENTEVENT_FAILURE       (-1)
+
+int  WINAPI DrvDocumentEvent(HANDLE hPrinter, HDC hdc, int iEsc, ULONG cbIn, PVOID pvIn,
+                             ULONG cbOut, PVOID pvOut);
+BOOL WINAPI DrvPrinterEvent(LPWSTR pPrinterName, INT DriverEvent, DWORD Flags, LPARAM lParam);
 #endif
 
 typedef struct _DOCUMENTPROPERTYHEADER {
