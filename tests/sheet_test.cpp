@@ -279,14 +279,18 @@ protected:
         Associate(false);
         DeleteFileW(g_file.c_str());
     }
+    // The spooler's answer may grow between the sizing call and the fetch: then they are asked again.
     std::vector<BYTE> PrinterRecord(std::vector<BYTE> *info = NULL)
     {
         DWORD cb = 0;
-        GetPrinterW(hPrinter, 2, NULL, 0, &cb);
-        std::vector<BYTE> buf(cb + 1), record;
-        if (GetPrinterW(hPrinter, 2, buf.data(), cb, &cb) && ((PRINTER_INFO_2W *)buf.data())->pDevMode) {
-            DEVMODEW *dm = ((PRINTER_INFO_2W *)buf.data())->pDevMode;
-            record.assign((BYTE *)dm, (BYTE *)dm + dm->dmSize + dm->dmDriverExtra);
+        std::vector<BYTE> buf, record;
+        for (int tries = 0; tries < 5 && record.empty(); tries++) {
+            GetPrinterW(hPrinter, 2, NULL, 0, &cb);
+            buf.assign(cb + 1, 0);
+            if (GetPrinterW(hPrinter, 2, buf.data(), cb, &cb) && ((PRINTER_INFO_2W *)buf.data())->pDevMode) {
+                DEVMODEW *dm = ((PRINTER_INFO_2W *)buf.data())->pDevMode;
+                record.assign((BYTE *)dm, (BYTE *)dm + dm->dmSize + dm->dmDriverExtra);
+            }
         }
         if (info)
             info->swap(buf);
@@ -347,7 +351,9 @@ protected:
             ASSERT_EQ(0xA5, out[i]) << "output written at byte " << i;
         if (s.flags & CANCELLED) {
             EXPECT_NE(IDOK, result);
-            EXPECT_TRUE(PrinterRecord() == printerBefore) << "the printer's default changed";
+            std::vector<BYTE> printerAfter = PrinterRecord();
+            ASSERT_EQ(printerBefore.size(), printerAfter.size());
+            Compare(printerAfter.data(), *(QLRDEVMODE *)printerBefore.data(), "printer's default");
             EXPECT_EQ(s.profile ? s.profile : L"", CurrentName());
             EXPECT_TRUE(!s.profile || (LoadProfile(s.profile, &now) && !memcmp(&now, &stored, sizeof(now))));
             return;

@@ -8,7 +8,7 @@
 
 namespace {
 
-enum { TICK_MS = 30, MAX_TICKS = 1500 };
+enum { TICK_MS = 15, MAX_TICKS = 3000 };
 enum Played { DONE, DONE_WAIT, AGAIN };     // next step now; next step on a later tick; this step again then
 
 const char *g_name;
