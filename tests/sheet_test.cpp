@@ -628,6 +628,8 @@ const Script g_scripts[] = {
     { "a change made before a page is first shown still counts at OK", L"qlr A", [](QLRDEVMODE &) {}, LAZY, {
         { PAGE_SETUP, IDC_CROP, CLICK }, { OUTPUT_PAGE, 0, SHOWN, 1 }, OK },
       NULL, [](QLRDEVMODE &e) { e.bCropEdges = 1, e.dmPublic.dmBitsPerPel = 24; } },    // the format page never made
+    { "a stored JPEG subsampling outside 1, 2 and 4 becomes 1", L"qlr A", [](QLRDEVMODE &d) { d.iJpegSubsampling = 3; },
+      0, { { PAGE_SETUP, IDC_CROP, CLICK }, OK }, NULL, [](QLRDEVMODE &e) { e.iJpegSubsampling = 1, e.bCropEdges = 1; } },
     { "OK with nothing changed writes nothing", L"qlr A", [](QLRDEVMODE &) {}, NOT_SAVED, { OK },
       NULL, [](QLRDEVMODE &e) { e.dmPublic = Defaults().dmPublic, e.m_bProfiled = 1; } },
     { "About box; quality typed 0 and 150; a stored 32-bit JPEG; a format past the list", L"qlr A",
