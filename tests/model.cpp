@@ -180,3 +180,14 @@ std::wstring SizeLabel(int row)
         swprintf(text, 96, L"%ls (%d.%03d x %d.%03d дюйм)", p.name, p.w / 1000, p.w % 1000, p.h / 1000, p.h % 1000);
     return text;
 }
+
+int PaperId(int row)
+{
+    return g_Papers[row].id;
+}
+
+POINT PaperSize(int row)
+{
+    const auto &p = g_Papers[row];
+    return p.mm ? POINT{ p.w * 10, p.h * 10 } : POINT{ MulDiv(p.w, 254, 1000), MulDiv(p.h, 254, 1000) };
+}

@@ -7,6 +7,8 @@
 #include <stddef.h>
 #include <algorithm>
 #include <deque>
+#include <functional>
+#include <type_traits>
 #include <windows.h>
 #include <prsht.h>
 #include "files.h"
@@ -20,13 +22,6 @@ namespace {
 #define PRINTER L"Quillora"
 #define PROFILES_KEY L"Software\\Moravel\\Quillora\\Profile"
 const LPCWSTR NAMES[] = { L"qlr A", L"qlr B", L"qlr C", L"Case A", L"_qlr renamed", L"zqlr renamed" };
-std::wstring Beside(LPCWSTR name)
-{
-    WCHAR path[MAX_PATH];
-    GetModuleFileNameW(NULL, path, MAX_PATH);
-    return std::wstring(path, wcsrchr(path, L'\\') + 1) + name;
-}
-
 std::wstring Today()
 {
     SYSTEMTIME t;
@@ -145,17 +140,47 @@ std::wstring Length(int v, int unit)
     return std::to_wstring(v / scale) + L"." + frac;
 }
 
+// Steps per inch of the custom units; a unit outside the four keeps its numbers.
+int PerInch(int unit, int dpi)
+{
+    return unit == 0 ? 1000 : unit == 1 ? 254 : unit == 2 ? 72 : unit == 3 ? dpi : 0;
+}
+
+// The unit list's choice: both lengths carried into the new unit at the resolution, unclamped.
+void ToUnit(QLRDEVMODE &e, int unit)
+{
+    int from = PerInch(e.iCustomUnit, e.iResolution), to = PerInch(unit, e.iResolution);
+    e.iCustomWidth = MulDiv(e.iCustomWidth, to, from), e.iCustomHeight = MulDiv(e.iCustomHeight, to, from);
+    e.iCustomUnit = unit;
+}
+
+// What OK writes besides the controls' values: the paper's public fields from its row or the custom size,
+// the resolution and orientation, colour and depth, and whether the record was saved as a profile.
+void Collected(QLRDEVMODE &e, bool saved)
+{
+    DEVMODEW &p = e.dmPublic;
+    int per = e.bCustomPaper ? PerInch(e.iCustomUnit, e.iResolution) : 0;
+    POINT size = !e.bCustomPaper ? PaperSize(e.iPaper)
+               : POINT{ MulDiv(e.iCustomWidth, 254, per ? per : 254), MulDiv(e.iCustomHeight, 254, per ? per : 254) };
+    p.dmFields = (p.dmFields & ~0x1000E) | (e.bCustomPaper ? 0xE : 0x10002);
+    p.dmPaperSize = (short)(e.bCustomPaper ? 256 : PaperId(e.iPaper));
+    p.dmPaperWidth = (short)size.x, p.dmPaperLength = (short)size.y;
+    lstrcpyW(p.dmFormName, e.bCustomPaper ? L"Custom Paper" : PaperName(e.iPaper).c_str());
+    p.dmPrintQuality = p.dmYResolution = (short)e.iResolution, p.dmOrientation = e.iOrientation ? 2 : 1;
+    p.dmColor = 2, p.dmBitsPerPel = 32, e.m_bProfiled = saved;
+}
+
 // Every control of the three pages and the six panels as the record says they show it: texts,
 // checks, enabling, visibility, and which are painted by the module.  Read from the pages'
 // tables: the control ids, each depth radio's value, and the rules that enable each control.
-std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts)
+std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts, bool skins)
 {
     std::vector<Step> v;
     auto is = [&](int where, int id, int op, int n) { v.push_back({ where, id, op, n }); };
     auto text = [&](int where, int id, const std::wstring &t) {
         texts->push_back(t), v.push_back({ where, id, TEXT, 0, texts->back().c_str() });
     };
-    auto skin = [&](int where, std::initializer_list<int> ids) { for (int id : ids) is(where, id, SKIN, 1); };
+    auto skin = [&](int where, std::initializer_list<int> ids) { for (int id : ids) skins ? is(where, id, SKIN, 1) : (void)0; };
     static const LPCWSTR units[] = { L"дюйм", L"мм", L"точек ", L"pixels" };
     static const LPCWSTR formats[] = { L"BMP Image", L"GIF Image", L"JPEG Image", L"TIFF Image", L"PCX Image",
                                        L"DCX Image" };
@@ -185,11 +210,11 @@ std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts)
     auto depths = [&](int where, std::initializer_list<std::pair<int, int>> radios, int depth, bool grey) {
         for (auto r : radios) {
             bool greyOnly = r.second == 1 || (where == P_JPEG && r.second == 8), colourOnly = r.second > 8;
-            is(where, r.first, CHECK, r.second == depth), is(where, r.first, SKIN, 1);
+            is(where, r.first, CHECK, r.second == depth), skin(where, { r.first });
             is(where, r.first, ON, where == P_TIFF || (greyOnly ? grey : colourOnly ? !grey : true));
         }
     };
-    auto box = [&](int where, int id, bool checked) { is(where, id, CHECK, checked), is(where, id, SKIN, 1); };
+    auto box = [&](int where, int id, bool checked) { is(where, id, CHECK, checked), skin(where, { id }); };
     depths(P_BMP, { { IDC_DEPTH_1, 1 }, { IDC_DEPTH_4, 4 }, { IDC_DEPTH_8, 8 }, { IDC_DEPTH_16, 16 },
                     { IDC_DEPTH_24, 24 }, { IDC_DEPTH_32, 32 } }, e.iBmpBitsPerPixel, e.bBmpGrayscale);
     box(P_BMP, IDC_GRAYSCALE, e.bBmpGrayscale), box(P_BMP, IDC_DITHER, e.bBmpDither);
@@ -238,18 +263,37 @@ std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts)
     return v;
 }
 
-// LAZY: no page opened ahead; BLIND: what OK collects is not what the pages show.
+// LAZY: no page opened ahead, so no view of them either; BLIND: just before OK a page shows what no record holds.
 enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32 };
+
+// A step of a script, or a change of the record the pages hold at that point.  While the sheet is open each
+// change is followed by a view of every control; the changes in order, with what OK collects, make the
+// record OK must give (a change after OK: what OK collects that the pages never showed).
+typedef std::function<void(QLRDEVMODE &)> Change;
+struct Act : Step {
+    Change change;
+    Act(int where, int id, int op, int n = 0, LPCWSTR s = nullptr) : Step{ where, id, op, n, s } {}
+    template <class F, class = std::enable_if_t<std::is_invocable_v<F, QLRDEVMODE &>>>
+    Act(F f) : change(f) {}
+};
+const Change LOOK = [](QLRDEVMODE &) {};
 
 struct Script {
     const char *name;
     LPCWSTR profile;                    // the current profile, NULL for none
     void (*stored)(QLRDEVMODE &);       // its contents: the factory settings changed thus
     int flags;
-    std::vector<Step> steps;
+    std::vector<Act> acts;
     LPCWSTR after = NULL;               // the current profile after OK, NULL for the same
-    void (*expect)(QLRDEVMODE &) = NULL;    // the record after OK: the stored one (or factory) changed thus
 };
+
+QLRDEVMODE Second()
+{
+    QLRDEVMODE d = Defaults();
+    d.m_bProfiled = TRUE, d.iOutputFormat = 4;
+    lstrcpyW(d.szComments, L"second");
+    return d;
+}
 
 class Sheet : public ::testing::Test {
 protected:
@@ -309,9 +353,8 @@ protected:
     {
         SCOPED_TRACE(s.name);
         Clean();
-        QLRDEVMODE stored = Defaults(), second = Defaults();
-        stored.m_bProfiled = second.m_bProfiled = TRUE, second.iOutputFormat = 4;
-        lstrcpyW(second.szComments, L"second");
+        QLRDEVMODE stored = Defaults(), second = Second();
+        stored.m_bProfiled = TRUE;
         if (s.profile)
             s.stored(stored), StoreProfile(s.profile, stored);
         if (s.flags & WITH_B)
@@ -321,27 +364,34 @@ protected:
         std::vector<BYTE> printerBefore = PrinterRecord(), out(8192, 0xA5);
         LONG result = -100;
         QLRDEVMODE e = s.profile ? stored : Defaults(), now;
-        if (!(s.flags & CANCELLED)) {
-            // Collecting the pages writes the paper's public fields, the colour
-            // and the depth, and saving marks the record as the profile's.
-            e.dmPublic.dmFields &= ~0x1000E;
-            e.dmPublic.dmFields |= e.bCustomPaper ? 0xE : 0x10002;
-            e.dmPublic.dmColor = 2, e.dmPublic.dmBitsPerPel = 32, e.m_bProfiled = !(s.flags & NOT_SAVED);
-            s.expect(e);
-        }
-        // Every page is created first, so that OK collects all three; just
-        // before OK every control shows what OK then collects.
+        // Every page is created first, so that OK collects all three.
         std::vector<Step> steps = { { OUTPUT_PAGE, 0, SHOWN, 1 }, { FORMAT_PAGE, 0, SHOWN, 1 },
                                     { PAGE_SETUP, 0, SHOWN, 1 } };
-        if (s.flags & LAZY)
+        bool open = !(s.flags & LAZY), collected = false;
+        if (!open)
             steps.clear();
-        steps.insert(steps.end(), s.steps.begin(), s.steps.end());
         std::deque<std::wstring> texts;
-        auto ok = std::find_if(steps.begin(), steps.end(), [](const Step &t) { return t.op == PRESS && t.n == PSBTN_OK; });
-        if (ok != steps.end() && !(s.flags & (LAZY | BLIND))) {
-            std::vector<Step> view = View(e, &texts);
-            steps.insert(ok, view.begin(), view.end());
+        auto view = [&](bool skins) {
+            std::vector<Step> v = View(e, &texts, skins);
+            steps.insert(steps.end(), v.begin(), v.end());
+        };
+        for (const Act &a : s.acts) {
+            if (a.change) {
+                a.change(e);
+                if (open)
+                    view(false);
+                continue;
+            }
+            if (a.op == PRESS && a.n == PSBTN_OK) {
+                if (open && !(s.flags & BLIND))
+                    view(true);
+                Collected(e, !(s.flags & NOT_SAVED)), collected = true;
+            }
+            open = open && a.op != PRESS && !(a.op == KEYS && a.where < SAVE && wcspbrk(a.s, L"\r\x1b"));
+            steps.push_back(a);
         }
+        if (!collected)
+            Collected(e, !(s.flags & NOT_SAVED));
         size_t played = RunScript(s.name, steps, [&] {
             result = DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, (DEVMODEW *)out.data(), NULL,
                                          DM_PROMPT | DM_OUT_BUFFER);
@@ -375,194 +425,131 @@ protected:
 
 #define OK { PAGE_SETUP, 0, PRESS, PSBTN_OK }
 #define CANCEL { PAGE_SETUP, 0, PRESS, PSBTN_CANCEL }
+#define TO(...) [](QLRDEVMODE &e) { __VA_ARGS__; }
 
-// Every row of the paper list chosen in turn, each with its size label.
-std::vector<Step> EveryPaper()
+// Every row of the paper list chosen in turn.
+std::vector<Act> EveryPaper()
 {
-    static std::deque<std::wstring> labels;
-    std::vector<Step> steps;
-    for (int row = 0; row < 39; row++) {
-        labels.push_back(SizeLabel(row));
-        steps.push_back({ PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, row });
-        steps.push_back({ PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, labels.back().c_str() });
-    }
-    return steps.push_back(CANCEL), steps;
+    std::vector<Act> acts;
+    for (int row = 0; row < 39; row++)
+        acts.push_back({ PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, row }), acts.push_back([row](QLRDEVMODE &e) { e.iPaper = row; });
+    return acts.push_back(CANCEL), acts;
 }
 
 const Script g_scripts[] = {
-    { "every paper's size label", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryPaper() },
+    { "every paper and its size label", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryPaper() },
     { "factory settings, a change, OK asks for a name", NULL, NULL, 0, {
-        { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"JPEG Image" }, { P_JPEG, 0, SHOWN, 1 }, { P_TIFF, 0, SHOWN, 0 },
-        { P_JPEG, IDC_DEPTH_24, CHECK, 1 }, { P_JPEG, IDC_GRAYSCALE, CHECK, 0 },
-        { P_JPEG, IDC_DITHER, ON, 0 }, { P_JPEG, IDC_DEPTH_8, ON, 0 },
-        { P_JPEG, IDC_QUALITY, TEXT, 0, L"100" }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" },
-        { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>*" }, OK,
-        { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" },
-        { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr A" },
-        { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"note" }, { SAVE, IDOK, CLICK } },
-      L"qlr A", [](QLRDEVMODE &e) { e.iOrientation = 1, e.dmPublic.dmOrientation = 2;
-                                    lstrcpyW(e.szComments, L"note"); } },
-    { "cancel keeps everything", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, CANCELLED, {
-        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 4 }, { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
+        LOOK, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" },
+        { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, TO(e.iOrientation = 1),
+        { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>*" }, OK,
+        { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"" },
+        { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr A" }, { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"note" },
+        { SAVE, IDOK, CLICK }, TO(lstrcpyW(e.szComments, L"note")) }, L"qlr A" },
+    { "cancel keeps everything", L"qlr A", TO(e.iOutputFormat = 3), CANCELLED, {
+        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 4 }, { PAGE_SETUP, IDC_LANDSCAPE, CLICK },
+        { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, TO(e.iOutputFormat = 4, e.iOrientation = 1, e.bShowResult = 0),
         { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"qlr A*" }, CANCEL } },
     { "BMP depth follows greyscale, dithering only up to 8 bits", L"qlr A",
-      [](QLRDEVMODE &d) { d.iOutputFormat = 0, d.iBmpBitsPerPixel = 16, d.bBmpDither = 1; }, 0, {
-        { P_BMP, IDC_DEPTH_16, CHECK, 1 }, { P_BMP, IDC_DITHER, CHECK, 0 }, { P_BMP, IDC_DITHER, ON, 0 }, { P_BMP, IDC_DEPTH_1, ON, 0 },
-        { P_BMP, IDC_GRAYSCALE, CLICK }, { P_BMP, IDC_DEPTH_8, CHECK, 1 },
-        { P_BMP, IDC_DEPTH_16, CHECK, 0 }, { P_BMP, IDC_DITHER, ON, 1 },
-        { P_BMP, IDC_DEPTH_1, ON, 1 }, { P_BMP, IDC_DEPTH_16, ON, 0 }, { P_BMP, IDC_DEPTH_32, ON, 0 }, { P_BMP, IDC_DEPTH_1, CLICK },
-        { P_BMP, IDC_GRAYSCALE, CLICK }, { P_BMP, IDC_DEPTH_4, CHECK, 1 },
-        { P_BMP, IDC_DEPTH_1, ON, 0 }, { P_BMP, IDC_DITHER, CLICK }, OK },
-      NULL, [](QLRDEVMODE &e) { e.iBmpBitsPerPixel = 4, e.bBmpDither = 1; } },
-    { "GIF colours 2 to 256", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 1, d.iGifColors = 200; }, 0, {
-        { P_GIF, IDC_COLORS, TEXT, 0, L"200" }, { P_GIF, IDC_COLORS, TYPE, 0, L"1" }, { P_GIF, IDC_COLORS, TEXT, 0, L"2" },
-        { P_GIF, IDC_COLORS, TYPE, 0, L"999" }, { P_GIF, IDC_COLORS, TEXT, 0, L"256" }, { P_GIF, IDC_COLORS, TYPE, 0, L"" },
-        { P_GIF, IDC_COLORS, TEXT, 0, L"256" }, { P_GIF, IDC_INTERLACED, CLICK }, { P_GIF, IDC_MULTIPAGE, CLICK }, OK },
-      NULL, [](QLRDEVMODE &e) { e.iGifColors = 256, e.bGifInterlaced = 1, e.bGifMultiPage = 0; } },
-    { "JPEG greyscale switches the depth; quality falls back to 75", L"qlr A",
-      [](QLRDEVMODE &d) { d.iJpegSubsampling = 4; }, BLIND, {
-        { P_JPEG, IDC_GRAYSCALE, CLICK }, { P_JPEG, IDC_DEPTH_8, CHECK, 1 },
-        { P_JPEG, IDC_DEPTH_24, ON, 0 }, { P_JPEG, IDC_DITHER, ON, 1 },
-        { P_JPEG, IDC_DITHER, CLICK }, { P_JPEG, IDC_DITHER, CHECK, 1 },
-        { P_JPEG, IDC_GRAYSCALE, CLICK }, { P_JPEG, IDC_DEPTH_24, CHECK, 1 },
-        { P_JPEG, IDC_DITHER, CHECK, 0 }, { P_JPEG, IDC_DITHER, ON, 0 }, { P_JPEG, IDC_QUALITY, SET, 0, L"" }, OK },
-      NULL, [](QLRDEVMODE &e) { e.iJpegQuality = 75; } },
-    { "TIFF compression and dithering follow the depth", L"qlr A", [](QLRDEVMODE &d) {
-          d.iOutputFormat = 3, d.iTiffBitsPerPixel = 1, d.iTiffCompression = 2, d.bTiffDither = 1; }, 0, {
-        { P_TIFF, IDC_COMPRESSION_FAX3, CHECK, 1 }, { P_TIFF, IDC_DITHER, ON, 1 },
-        { P_TIFF, IDC_COMPRESSION_RLE, ON, 1 }, { P_TIFF, IDC_COMPRESSION_JPEG, ON, 0 },
-        { P_TIFF, IDC_QUALITY, ON, 0 }, { P_TIFF, IDC_DEPTH_24, CLICK },
-        { P_TIFF, IDC_COMPRESSION_LZW, CHECK, 1 }, { P_TIFF, IDC_COMPRESSION_FAX3, CHECK, 0 },
-        { P_TIFF, IDC_DITHER, CHECK, 0 }, { P_TIFF, IDC_DITHER, ON, 0 },
-        { P_TIFF, IDC_COMPRESSION_FAX3, ON, 0 }, { P_TIFF, IDC_COMPRESSION_JPEG, ON, 1 },
-        { P_TIFF, IDC_COMPRESSION_JPEG, CLICK }, { P_TIFF, IDC_QUALITY, ON, 1 },
-        { P_TIFF, IDC_QUALITY, SET, 0, L"42" }, { P_TIFF, IDC_MULTIPAGE, CLICK }, OK },
-      NULL, [](QLRDEVMODE &e) { e.iTiffBitsPerPixel = 24, e.iTiffCompression = 5, e.iTiffQuality = 42;
-                                e.bTiffDither = 0, e.bTiffMultiPage = 0; } },
-    { "TIFF at 1 bit shows JPEG compression as CCITT 4", L"qlr A", [](QLRDEVMODE &d) {
-          d.iOutputFormat = 3, d.iTiffBitsPerPixel = 1, d.iTiffCompression = 5; }, 0, {
-        { P_TIFF, IDC_COMPRESSION_FAX4, CHECK, 1 }, { P_TIFF, IDC_COMPRESSION_JPEG, CHECK, 0 },
-        { P_TIFF, IDC_QUALITY, ON, 0 }, { P_TIFF, IDC_DEPTH_1, CLICK }, OK },
-      NULL, [](QLRDEVMODE &e) { e.iTiffCompression = 3; } },
-    { "PCX: unknown depth shows 24, greyscale refreshes the depth", L"qlr A", [](QLRDEVMODE &d) {
-          d.iOutputFormat = 4, d.iPcxBitsPerPixel = 16, d.bPcxDither = 1; }, 0, {
-        { P_PCX, IDC_DEPTH_24, CHECK, 1 }, { P_PCX, IDC_DITHER, CHECK, 0 }, { P_PCX, IDC_DITHER, ON, 0 }, { P_PCX, IDC_DEPTH_1, ON, 0 },
-        { P_PCX, IDC_GRAYSCALE, CLICK }, { P_PCX, IDC_DEPTH_8, CHECK, 1 },
-        { P_PCX, IDC_DEPTH_24, CHECK, 0 }, { P_PCX, IDC_DEPTH_24, ON, 0 },
-        { P_PCX, IDC_DEPTH_1, ON, 1 }, { P_PCX, IDC_DITHER, ON, 1 }, { P_PCX, IDC_DEPTH_1, CLICK }, { P_PCX, IDC_GRAYSCALE, CLICK },
-        OK },
-      NULL, [](QLRDEVMODE &e) { e.iPcxBitsPerPixel = 4, e.bPcxDither = 0; } },
-    { "PCX greyscale without a depth of its own shows 8", L"qlr A", [](QLRDEVMODE &d) {
-          d.iOutputFormat = 4, d.iPcxBitsPerPixel = 2, d.bPcxGrayscale = 1, d.bPcxDither = 1; }, 0, {
-        { P_PCX, IDC_DEPTH_8, CHECK, 1 }, { P_PCX, IDC_DITHER, CHECK, 1 }, { P_PCX, IDC_DEPTH_1, CLICK }, OK },
-      NULL, [](QLRDEVMODE &e) { e.iPcxBitsPerPixel = 1; } },
-    { "DCX: unticking only the multi-page box survives OK", L"qlr A", [](QLRDEVMODE &d) {
-          d.iOutputFormat = 5, d.bDcxDither = 1; }, 0, {
-        { P_DCX, IDC_DITHER, CHECK, 0 }, { P_DCX, IDC_DITHER, ON, 0 },
-        { P_DCX, IDC_MULTIPAGE, CHECK, 1 }, { P_DCX, IDC_MULTIPAGE, CLICK }, OK },
-      NULL, [](QLRDEVMODE &e) { e.bDcxDither = 0, e.bDcxMultiPage = 0; } },
+      TO(e.iOutputFormat = 0, e.iBmpBitsPerPixel = 16, e.bBmpDither = 1), 0, {
+        TO(e.bBmpDither = 0), { P_BMP, IDC_GRAYSCALE, CLICK }, TO(e.bBmpGrayscale = 1, e.iBmpBitsPerPixel = 8),
+        { P_BMP, IDC_DEPTH_1, CLICK }, TO(e.iBmpBitsPerPixel = 1),
+        { P_BMP, IDC_GRAYSCALE, CLICK }, TO(e.bBmpGrayscale = 0, e.iBmpBitsPerPixel = 4),
+        { P_BMP, IDC_DITHER, CLICK }, TO(e.bBmpDither = 1), OK } },
+    { "GIF colours 2 to 256", L"qlr A", TO(e.iOutputFormat = 1, e.iGifColors = 200), 0, {
+        LOOK, { P_GIF, IDC_COLORS, TYPE, 0, L"1" }, TO(e.iGifColors = 2), { P_GIF, IDC_COLORS, TYPE, 0, L"999" },
+        TO(e.iGifColors = 256), { P_GIF, IDC_COLORS, TYPE, 0, L"" }, LOOK, { P_GIF, IDC_INTERLACED, CLICK },
+        { P_GIF, IDC_MULTIPAGE, CLICK }, TO(e.bGifInterlaced = 1, e.bGifMultiPage = 0), OK } },
+    { "JPEG greyscale switches the depth; quality falls back to 75", L"qlr A", TO(e.iJpegSubsampling = 4), BLIND, {
+        { P_JPEG, IDC_GRAYSCALE, CLICK }, TO(e.bJpegGrayscale = 1, e.iJpegBitsPerPixel = 8),
+        { P_JPEG, IDC_DITHER, CLICK }, TO(e.bJpegDither = 1),
+        { P_JPEG, IDC_GRAYSCALE, CLICK }, TO(e.bJpegGrayscale = 0, e.iJpegBitsPerPixel = 24, e.bJpegDither = 0),
+        { P_JPEG, IDC_QUALITY, SET, 0, L"" }, OK, TO(e.iJpegQuality = 75) } },
+    { "TIFF compression and dithering follow the depth", L"qlr A",
+      TO(e.iOutputFormat = 3, e.iTiffBitsPerPixel = 1, e.iTiffCompression = 2, e.bTiffDither = 1), 0, {
+        LOOK, { P_TIFF, IDC_DEPTH_24, CLICK }, TO(e.iTiffBitsPerPixel = 24, e.iTiffCompression = 4, e.bTiffDither = 0),
+        { P_TIFF, IDC_COMPRESSION_JPEG, CLICK }, TO(e.iTiffCompression = 5),
+        { P_TIFF, IDC_QUALITY, SET, 0, L"42" }, { P_TIFF, IDC_MULTIPAGE, CLICK },
+        TO(e.iTiffQuality = 42, e.bTiffMultiPage = 0), OK } },
+    { "TIFF at 1 bit shows JPEG compression as CCITT 4", L"qlr A",
+      TO(e.iOutputFormat = 3, e.iTiffBitsPerPixel = 1, e.iTiffCompression = 5), 0, {
+        TO(e.iTiffCompression = 3), { P_TIFF, IDC_DEPTH_1, CLICK }, OK } },
+    { "PCX: unknown depth shows 24, greyscale refreshes the depth", L"qlr A",
+      TO(e.iOutputFormat = 4, e.iPcxBitsPerPixel = 16, e.bPcxDither = 1), 0, {
+        TO(e.iPcxBitsPerPixel = 24, e.bPcxDither = 0),
+        { P_PCX, IDC_GRAYSCALE, CLICK }, TO(e.bPcxGrayscale = 1, e.iPcxBitsPerPixel = 8),
+        { P_PCX, IDC_DEPTH_1, CLICK }, { P_PCX, IDC_GRAYSCALE, CLICK }, TO(e.bPcxGrayscale = 0, e.iPcxBitsPerPixel = 4),
+        OK } },
+    { "PCX greyscale without a depth of its own shows 8", L"qlr A",
+      TO(e.iOutputFormat = 4, e.iPcxBitsPerPixel = 2, e.bPcxGrayscale = 1, e.bPcxDither = 1), 0, {
+        TO(e.iPcxBitsPerPixel = 8), { P_PCX, IDC_DEPTH_1, CLICK }, TO(e.iPcxBitsPerPixel = 1), OK } },
+    { "DCX: unticking only the multi-page box survives OK", L"qlr A", TO(e.iOutputFormat = 5, e.bDcxDither = 1), 0, {
+        TO(e.bDcxDither = 0), { P_DCX, IDC_MULTIPAGE, CLICK }, TO(e.bDcxMultiPage = 0), OK } },
     { "switching formats keeps each format's options", L"qlr A", [](QLRDEVMODE &) {}, 0, {
-        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 3 }, { P_TIFF, 0, SHOWN, 1 }, { P_JPEG, 0, SHOWN, 0 },
+        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 3 }, TO(e.iOutputFormat = 3),
         { P_TIFF, IDC_DEPTH_1, CLICK }, { P_TIFF, IDC_COMPRESSION_PACKBIT, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 1 },
         { P_GIF, IDC_INTERLACED, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 4 }, { P_PCX, IDC_GRAYSCALE, CLICK },
         { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 5 }, { P_DCX, IDC_DEPTH_4, CLICK }, { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 3 },
-        OK },
-      NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 3, e.iTiffBitsPerPixel = 1, e.iTiffCompression = 6;
-                                e.bGifInterlaced = 1, e.bPcxGrayscale = 1, e.iPcxBitsPerPixel = 8;
-                                e.iDcxBitsPerPixel = 4; } },
-    { "no format chosen: BMP shown, JPEG collected", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, BLIND, {
-        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, -1 }, { P_BMP, 0, SHOWN, 1 }, { P_TIFF, 0, SHOWN, 0 }, OK },
-      NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 2; } },
+        TO(e.iTiffBitsPerPixel = 1, e.iTiffCompression = 6, e.bGifInterlaced = 1, e.bPcxGrayscale = 1,
+           e.iPcxBitsPerPixel = 8, e.iDcxBitsPerPixel = 4), OK } },
+    { "no format chosen: BMP shown, JPEG collected", L"qlr A", TO(e.iOutputFormat = 3), BLIND, {
+        { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, -1 }, { P_BMP, 0, SHOWN, 1 }, { P_TIFF, 0, SHOWN, 0 }, OK,
+        TO(e.iOutputFormat = 2) } },
     { "paper list, custom size in every unit, resolution, orientation", L"qlr A", [](QLRDEVMODE &) {}, 0, {
         { PAGE_SETUP, IDC_PAPER_LIST, COUNT, 39 }, { PAGE_SETUP, IDC_PAPER_LIST, ITEM, 38, L"Кон. Personal" },
-        { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, 0 }, { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, L"Letter/ANSI A (8.500 x 11.000 дюйм)" },
-        { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, 14 }, { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, L"A4 (210 x 297 мм)" },
-        { PAGE_SETUP, IDC_CUSTOM_WIDTH, ON, 0 }, { PAGE_SETUP, IDC_CUSTOM_PAPER, CLICK }, { PAGE_SETUP, IDC_PAPER_LIST, ON, 0 },
-        { PAGE_SETUP, IDC_SIZE_LABEL, ON, 0 }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, ON, 1 }, { PAGE_SETUP, IDC_UNIT_LIST, ON, 1 },
-        { PAGE_SETUP, IDC_IN_LABEL, ON, 1 },
-        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"210.0" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 0 },
-        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"8.268" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 1 },
-        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"210.0" }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"297.0" },
-        { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 2 }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"842" },
-        { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 1 }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"20000" },
-        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"18288.0" }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"abc" },
-        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"abc" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 0 },
-        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"720.0" }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"0" },
-        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"0.039" }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L" +8.27" },
-        { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TYPE, 0, L"11.6905" }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TEXT, 0, L"11.69" },
-        { PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, L"9999" }, { PAGE_SETUP, IDC_RESOLUTION, TEXT, 0, L"2400" },
-        { PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, L"abc" }, { PAGE_SETUP, IDC_RESOLUTION, TEXT, 0, L"200" },
-        { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 6 }, { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, { PAGE_SETUP, IDC_PORTRAIT, CHECK, 0 },
-        { PAGE_SETUP, IDC_CROP, CLICK }, OK },
-      NULL, [](QLRDEVMODE &e) {
-          e.bCustomPaper = 1, e.iCustomUnit = 0, e.iCustomWidth = 8270, e.iCustomHeight = 11690;
-      e.dmPublic.dmFields = (e.dmPublic.dmFields & ~0x1000E) | 0xE;
-          e.iOrientation = 1, e.dmPublic.dmOrientation = 2, e.bCropEdges = 1, e.iResolution = 300;
-          e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 300, e.dmPublic.dmPaperSize = 256;
-          lstrcpyW(e.dmPublic.dmFormName, L"Custom Paper");
-          e.dmPublic.dmPaperWidth = 2101, e.dmPublic.dmPaperLength = 2969; } },    // 8.27 in, 11.69 in
-    { "pixels keep their number and meet the limits of the resolution", L"qlr A", [](QLRDEVMODE &d) {
-          d.bCustomPaper = 1, d.iCustomUnit = 0, d.iCustomWidth = 750, d.iCustomHeight = 11000; }, 0, {
-        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"0.75" }, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 3 },
-        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"150" },
-        { PAGE_SETUP, IDC_CUSTOM_WIDTH, LEAVE }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"200" },
-        { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 8 }, OK },
-      NULL, [](QLRDEVMODE &e) {
-          e.iCustomUnit = 3, e.iCustomWidth = 600, e.iCustomHeight = 2200, e.iResolution = 600;
-          e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 600, e.dmPublic.dmPaperSize = 256;
-          lstrcpyW(e.dmPublic.dmFormName, L"Custom Paper");
-          e.dmPublic.dmPaperWidth = 254, e.dmPublic.dmPaperLength = 931; } },    // 1 in, 3.667 in
-    { "a stored paper past the table shows A4; an odd resolution its number", L"qlr A", [](QLRDEVMODE &d) {
-          d.iPaper = 39, d.iResolution = d.dmPublic.dmPrintQuality = d.dmPublic.dmYResolution = 120; }, 0, {
-        { PAGE_SETUP, IDC_PAPER_LIST, TEXT, 0, L"A4" }, { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, L"A4 (210 x 297 мм)" },
-        { PAGE_SETUP, IDC_RESOLUTION, TEXT, 0, L"120" }, { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 4 }, OK },
-      NULL, [](QLRDEVMODE &e) { e.iPaper = 14, e.iResolution = 150;
-                                e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 150; } },
-    { "output page: enabling, hiding, the example", L"qlr A", [](QLRDEVMODE &d) { d.bShowResult = 0; }, 0, {
-        { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, TEXT, 0, L"c:\\QLR Output Files" },
-        { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"example_document_name_01.jpg" },
-        { OUTPUT_PAGE, IDC_DEFAULT_VIEWER, ON, 0 },
-        { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, ON, 0 }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, ON, 0 },
-        { OUTPUT_PAGE, IDC_PARAMS_LABEL, ON, 0 }, { OUTPUT_PAGE, IDC_APP_ICON, SHOWN, 0 }, { OUTPUT_PAGE, IDC_APP_COPYRIGHT, SHOWN, 0 },
-        { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_DEFAULT_VIEWER, ON, 1 }, { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, ON, 1 },
-        { OUTPUT_PAGE, IDC_VIEWER_PATH, ON, 0 }, { OUTPUT_PAGE, IDC_VIEWER_PARAMS, ON, 0 }, { OUTPUT_PAGE, IDC_APP_ICON, SHOWN, 1 },
-        { OUTPUT_PAGE, IDC_APP_DESC, SHOWN, 1 }, { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK }, { OUTPUT_PAGE, IDC_VIEWER_PATH, ON, 1 },
-        { OUTPUT_PAGE, IDC_BROWSE_VIEWER, ON, 1 }, { OUTPUT_PAGE, IDC_VIEWER_PARAMS, ON, 1 }, { OUTPUT_PAGE, IDC_PARAMS_LABEL, ON, 1 },
+        { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, 0 }, TO(e.iPaper = 0),
+        { PAGE_SETUP, IDC_CUSTOM_PAPER, CLICK }, TO(e.bCustomPaper = 1),
+        { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 0 }, TO(ToUnit(e, 0)), { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 1 }, TO(ToUnit(e, 1)),
+        { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 2 }, TO(ToUnit(e, 2)), { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 1 }, TO(ToUnit(e, 1)),
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"20000" }, TO(e.iCustomWidth = 182880),    // 18288.0 mm at 200 dpi
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"abc" }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, L"abc" },
+        { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 0 }, TO(ToUnit(e, 0)),
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L"0" }, TO(e.iCustomWidth = 39),
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, L" +8.27" }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, TYPE, 0, L"11.6905" },
+        TO(e.iCustomWidth = 8270, e.iCustomHeight = 11690),
+        { PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, L"9999" }, TO(e.iResolution = 2400),
+        { PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, L"abc" }, TO(e.iResolution = 200),
+        { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 6 }, { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, { PAGE_SETUP, IDC_CROP, CLICK },
+        TO(e.iResolution = 300, e.iOrientation = 1, e.bCropEdges = 1), OK } },
+    { "pixels keep their number and meet the limits of the resolution", L"qlr A",
+      TO(e.bCustomPaper = 1, e.iCustomUnit = 0, e.iCustomWidth = 750, e.iCustomHeight = 11000), 0, {
+        LOOK, { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, 3 }, TO(ToUnit(e, 3)),
+        { PAGE_SETUP, IDC_CUSTOM_WIDTH, LEAVE }, TO(e.iCustomWidth = 200),
+        { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 8 }, TO(e.iResolution = 600, e.iCustomWidth = 600), OK } },
+    { "a stored paper past the table shows A4; an odd resolution its number", L"qlr A",
+      TO(e.iPaper = 39, e.iResolution = e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 120), 0, {
+        TO(e.iPaper = 14), { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 4 }, TO(e.iResolution = 150), OK } },
+    { "output page: enabling, hiding, the example", L"qlr A", TO(e.bShowResult = 0), 0, {
+        LOOK, { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"example_document_name_01.jpg" },
+        { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, TO(e.bShowResult = 1),
+        { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK }, TO(e.bUseCustomViewer = 1),
         { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"&[Date]" }, { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, g_date.c_str() },
         { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page" },
         { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"a&b01]-jpg&[Page" }, { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, SET, 0, L"d:\\images" },
-        { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, L"/view %f" }, OK },
-      NULL, [](QLRDEVMODE &e) {
-          e.bShowResult = 1, e.bUseCustomViewer = 1;
-          lstrcpyW(e.szFileNameMask, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page");
-          lstrcpyW(e.szOutputFolder, L"d:\\images"), lstrcpyW(e.szViewerParams, L"/view %f"); } },
+        { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, L"/view %f" },
+        TO(lstrcpyW(e.szFileNameMask, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page");
+           lstrcpyW(e.szOutputFolder, L"d:\\images"), lstrcpyW(e.szViewerParams, L"/view %f")), OK } },
     { "choosing a viewer alone is saved at OK", L"qlr A", [](QLRDEVMODE &) {}, 0, {
-        { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK }, OK }, NULL, [](QLRDEVMODE &e) { e.bUseCustomViewer = 1; } },
-    { "the macro menu replaces the selected text", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
+        { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK }, TO(e.bUseCustomViewer = 1), OK } },
+    { "the macro menu replaces the selected text", L"qlr A", TO(e.iOutputFormat = 3), 0, {
         { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"abcXYZ" }, { OUTPUT_PAGE, IDC_FILE_MASK, SELECT, MAKELONG(3, 6) },
         { OUTPUT_PAGE, IDC_MACRO, CLICK }, { MENU, 0, KEY, 0x0422 },
-        { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"abctif" }, OK },
-      NULL, [](QLRDEVMODE &e) { lstrcpyW(e.szFileNameMask, L"abc&[Type]"); } },
-    { "the program associated with the format, found at full length", L"qlr A", [](QLRDEVMODE &d) {
-          d.iOutputFormat = 5, d.bUseCustomViewer = 1; }, CANCELLED | ASSOCIATED, {
+        { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"abctif" }, TO(lstrcpyW(e.szFileNameMask, L"abc&[Type]")), OK } },
+    { "the program associated with the format, found at full length", L"qlr A",
+      TO(e.iOutputFormat = 5, e.bUseCustomViewer = 1), CANCELLED | ASSOCIATED, {
         { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" },
         { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"(c) test copyright" }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
-        { OUTPUT_PAGE, IDC_APP_DESC, SHOWN, 0 }, { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, CANCEL } },
-    { "a chosen program; the program dialog cancelled", L"qlr A", [](QLRDEVMODE &d) {
-          d.bUseCustomViewer = 1, lstrcpyW(d.szViewerPath, g_viewer.c_str()); }, CANCELLED, {
+        TO(e.bShowResult = 0), { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, CANCEL } },
+    { "a chosen program; the program dialog cancelled", L"qlr A",
+      TO(e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED, {
         { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, CLICK },
-        { FILE_DLG, IDCANCEL, CLICK }, { OUTPUT_PAGE, IDC_VIEWER_PATH, TEXT, 0, g_viewer.c_str() },
-        { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" }, CANCEL } },
-    { "choosing profiles from the list", L"qlr A", [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, WITH_B, {
-        { PAGE_SETUP, IDC_PROFILE_COMBO, COUNT, 3 },
-        { PAGE_SETUP, IDC_PROFILE_COMBO, ITEM, 2, L"qlr B" }, { PAGE_SETUP, IDC_PROFILE_COMBO, CHOOSE, 0 },
-        { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"JPEG Image" }, { FORMAT_PAGE, IDC_PROFILE_COMBO, CHOOSE, 2 },
-        { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"PCX Image" }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr B" },
-        { PAGE_SETUP, IDC_CROP, CLICK }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr B*" }, OK },
-      L"qlr B", [](QLRDEVMODE &e) { e.iOutputFormat = 4, e.bCropEdges = 1;
-                                    lstrcpyW(e.szComments, L"second"); } },
-    { "save dialog: blank name, a name that exists, a name the store refuses", L"qlr A", [](QLRDEVMODE &d) {
-          lstrcpyW(d.szComments, L"first"); }, WITH_B, {
+        { FILE_DLG, IDCANCEL, CLICK }, LOOK, { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" }, CANCEL } },
+    { "choosing profiles from the list", L"qlr A", TO(e.iOutputFormat = 3), WITH_B, {
+        { PAGE_SETUP, IDC_PROFILE_COMBO, COUNT, 3 }, { PAGE_SETUP, IDC_PROFILE_COMBO, ITEM, 2, L"qlr B" },
+        { PAGE_SETUP, IDC_PROFILE_COMBO, CHOOSE, 0 }, TO(e = Defaults()), { FORMAT_PAGE, IDC_PROFILE_COMBO, CHOOSE, 2 },
+        TO(e = Second()), { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr B" }, { PAGE_SETUP, IDC_CROP, CLICK },
+        TO(e.bCropEdges = 1), { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr B*" }, OK }, L"qlr B" },
+    { "save dialog: blank name, a name that exists, a name the store refuses", L"qlr A",
+      TO(lstrcpyW(e.szComments, L"first")), WITH_B, {
         { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
         { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"first" },
         { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"other" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"   " }, { SAVE, IDOK, CLICK },
@@ -575,22 +562,19 @@ const Script g_scripts[] = {
         { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"qlr A" }, { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
         { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"first" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"  qlr C  " },
         { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"line 1\r\nline 2" },
-        { SAVE, IDOK, CLICK }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr C" },
-        { PAGE_SETUP, IDC_CROP, CLICK }, { FORMAT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr C*" }, OK },
-      L"qlr C", [](QLRDEVMODE &e) { e.bCropEdges = 1, lstrcpyW(e.szComments, L"line 1\r\nline 2"); } },
+        { SAVE, IDOK, CLICK }, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr C" }, { PAGE_SETUP, IDC_CROP, CLICK },
+        TO(e.bCropEdges = 1, lstrcpyW(e.szComments, L"line 1\r\nline 2")),
+        { FORMAT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"qlr C*" }, OK }, L"qlr C" },
     { "the name asked for at OK refused: the record goes out unsaved", NULL, NULL, NOT_SAVED, {
-        { PAGE_SETUP, IDC_CROP, CLICK }, OK, { SAVE, IDCANCEL, CLICK } },
-      L"", [](QLRDEVMODE &e) { e.bCropEdges = 1; } },
-    { "saved again under the profile's name in other letters", L"Case A", [](QLRDEVMODE &d) {
-          d.iOutputFormat = 3; }, 0, {
-        { PAGE_SETUP, IDC_LANDSCAPE, CLICK },
+        { PAGE_SETUP, IDC_CROP, CLICK }, TO(e.bCropEdges = 1), OK, { SAVE, IDCANCEL, CLICK } }, L"" },
+    { "saved again under the profile's name in other letters", L"Case A", TO(e.iOutputFormat = 3), 0, {
+        { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, TO(e.iOrientation = 1),
         { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"Case A*" }, { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
         { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"Case A" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"case a" }, { SAVE, IDOK, CLICK },
         { BOX, IDYES, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" },
-        { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" }, OK },
-      NULL, [](QLRDEVMODE &e) { e.iOrientation = 1, e.dmPublic.dmOrientation = 2; } },
+        { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" }, OK } },
     { "manager: choose, rename, refuse a taken name, delete to the end, import into the empty list", L"qlr A",
-      [](QLRDEVMODE &d) { d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, WITH_B, {
+      TO(e.iOutputFormat = 3, lstrcpyW(e.szComments, L"first")), WITH_B, {
         { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK }, { MANAGER, IDC_EXPORT_PROFILE, CLICK },
         { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK }, { MANAGER, IDC_PROFILE_LIST, CHOOSE, 1 },
         { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr B" }, { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"second" },
@@ -613,37 +597,35 @@ const Script g_scripts[] = {
         { MANAGER, IDC_IMPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK },
         { MANAGER, IDC_PROFILE_LIST, SEL, 0 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" },
         { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" }, { MANAGER, IDC_EXPORT_PROFILE, ON, 1 },
-        { MANAGER, IDCANCEL, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" }, OK,
-        { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr C" }, { SAVE, IDOK, CLICK } },
-      L"qlr C", [](QLRDEVMODE &e) { QLRDEVMODE d = Defaults(); d.dmPublic = e.dmPublic, d.m_bProfiled = 1, e = d; } },
-    { "manager: export, change the comment, import over it", L"qlr A", [](QLRDEVMODE &d) {
-          d.iOutputFormat = 3, lstrcpyW(d.szComments, L"first"); }, 0, {
+        { MANAGER, IDCANCEL, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" }, TO(e = Defaults()),
+        OK, { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr C" }, { SAVE, IDOK, CLICK } },
+      L"qlr C" },
+    { "manager: export, change the comment, import over it", L"qlr A",
+      TO(e.iOutputFormat = 3, lstrcpyW(e.szComments, L"first")), 0, {
         { OUTPUT_PAGE, IDC_PROFILE_MANAGER, CLICK },
         { MANAGER, IDC_EXPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() },
         { FILE_DLG, IDOK, CLICK }, { MANAGER, IDC_PROFILE_COMMENT, TYPE, 0, L"changed" }, { MANAGER, IDC_IMPORT_PROFILE, CLICK },
         { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK },
         { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" },
-        { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { MANAGER, IDOK, CLICK }, OK },
-      NULL, [](QLRDEVMODE &) {} },
+        { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { MANAGER, IDOK, CLICK }, OK } },
     { "a change made before a page is first shown still counts at OK", L"qlr A", [](QLRDEVMODE &) {}, LAZY, {
-        { PAGE_SETUP, IDC_CROP, CLICK }, { OUTPUT_PAGE, 0, SHOWN, 1 }, OK },
-      NULL, [](QLRDEVMODE &e) { e.bCropEdges = 1, e.dmPublic.dmBitsPerPel = 24; } },    // the format page never made
-    { "a stored JPEG subsampling outside 1, 2 and 4 becomes 1", L"qlr A", [](QLRDEVMODE &d) { d.iJpegSubsampling = 3; },
-      0, { { PAGE_SETUP, IDC_CROP, CLICK }, OK }, NULL, [](QLRDEVMODE &e) { e.iJpegSubsampling = 1, e.bCropEdges = 1; } },
-    { "OK with nothing changed writes nothing", L"qlr A", [](QLRDEVMODE &) {}, NOT_SAVED, { OK },
-      NULL, [](QLRDEVMODE &e) { e.dmPublic = Defaults().dmPublic, e.m_bProfiled = 1; } },
+        { PAGE_SETUP, IDC_CROP, CLICK }, TO(e.bCropEdges = 1), { OUTPUT_PAGE, 0, SHOWN, 1 }, OK,
+        TO(e.dmPublic.dmBitsPerPel = 24) } },    // the format page never made
+    { "a stored JPEG subsampling outside 1, 2 and 4 becomes 1", L"qlr A", TO(e.iJpegSubsampling = 3), 0, {
+        TO(e.iJpegSubsampling = 1), { PAGE_SETUP, IDC_CROP, CLICK }, TO(e.bCropEdges = 1), OK } },
+    { "OK with nothing changed writes nothing", L"qlr A", [](QLRDEVMODE &) {}, NOT_SAVED, {
+        OK, TO(e.dmPublic = Defaults().dmPublic, e.m_bProfiled = 1) } },
     { "About box; quality typed 0 and 150; a stored 32-bit JPEG; a format past the list", L"qlr A",
-      [](QLRDEVMODE &d) { d.iOutputFormat = 9, d.iJpegBitsPerPixel = 32; }, BLIND, {
-        { FORMAT_PAGE, IDC_FORMAT_LIST, TEXT, 0, L"JPEG Image" }, { P_JPEG, IDC_DEPTH_32, CHECK, 1 },
-        { FORMAT_PAGE, IDC_ABOUT, CLICK }, { ABOUT_BOX, IDOK, CLICK }, { P_JPEG, IDC_QUALITY, SET, 0, L"0" },
-        { P_TIFF, IDC_QUALITY, SET, 0, L"150" }, OK },
-      NULL, [](QLRDEVMODE &e) { e.iOutputFormat = 2, e.iJpegQuality = 1, e.iTiffQuality = 100; } },
+      TO(e.iOutputFormat = 9, e.iJpegBitsPerPixel = 32), 0, {
+        TO(e.iOutputFormat = 2), { FORMAT_PAGE, IDC_ABOUT, CLICK }, { ABOUT_BOX, IDOK, CLICK },
+        { P_JPEG, IDC_QUALITY, SET, 0, L"0" }, { P_TIFF, IDC_QUALITY, SET, 0, L"150" },
+        TO(e.iJpegQuality = 0, e.iTiffQuality = 150), OK,
+        TO(e.iJpegQuality = 1, e.iTiffQuality = 100) } },
     { "output texts are cut to 259 characters", L"qlr A", [](QLRDEVMODE &) {}, BLIND, {
         { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, SET, 0, g_long.c_str() }, { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, g_long.c_str() },
-        { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, g_long.c_str() }, OK },
-      NULL, [](QLRDEVMODE &e) {
-          for (WCHAR *p : { e.szOutputFolder, e.szFileNameMask, e.szViewerParams })
-              lstrcpyW(p, g_long.substr(0, 259).c_str()); } },
+        { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, g_long.c_str() }, OK,
+        TO(for (WCHAR *p : { e.szOutputFolder, e.szFileNameMask, e.szViewerParams })
+               lstrcpyW(p, g_long.substr(0, 259).c_str())) } },
     { "keyboard: page setup in reading order, arrows kept in their group, Space, Esc", L"qlr A",
       [](QLRDEVMODE &) {}, CANCELLED, {
         { PAGE_SETUP, 0, TABS, 0, L"1001 1002 1003 1096 1007 1008 1012 1013 1017" },
@@ -662,8 +644,7 @@ const Script g_scripts[] = {
         { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 5 }, { P_DCX, 0, ARROWS, 0, L"1021 1022 1023 1025" },
         { P_DCX, IDC_MULTIPAGE, GO }, { FORMAT_PAGE, IDC_PROFILE_COMBO, CHOOSE, 1 }, { P_JPEG, 0, SHOWN, 1 },
         { FORMAT_PAGE, IDC_FORMAT_LIST, FOCUS }, { FORMAT_PAGE, 0, KEYS, 0, L"\x1b" } } },
-    { "keyboard: the output page skips what is hidden, disabled or empty", L"qlr A", [](QLRDEVMODE &d) {
-          d.bUseCustomViewer = 1, lstrcpyW(d.szViewerPath, g_viewer.c_str()); }, CANCELLED, {
+    { "keyboard: the output page skips what is hidden, disabled or empty", L"qlr A", TO(e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED, {
         { OUTPUT_PAGE, 0, TABS, 0, L"1001 1002 1003 1050 1051 1052 1053 1057 1054 1059 1055 1056 1060 1088 1090 1092 1017" },
         { OUTPUT_PAGE, 0, ARROWS, 0, L"1058 1059" }, { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK },
         { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"" }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, CLICK },
@@ -674,24 +655,21 @@ const Script g_scripts[] = {
     { "keyboard: a resolution typed and confirmed with Enter, a name typed", NULL, NULL, 0, {
         { PAGE_SETUP, IDC_RESOLUTION, CHOOSE, 0 }, { PAGE_SETUP, IDC_RESOLUTION, GO },
         { PAGE_SETUP, IDC_RESOLUTION, SET, 0, L"300" }, { PAGE_SETUP, 0, KEYS, 0, L"\r" },
-        { SAVE, 0, TABS, 0, L"1081 1082 1017 1 2" }, { SAVE, IDC_PROFILE_NAME, FOCUS }, { SAVE, 0, KEYS, 0, L"qlr a\r" } },
-      L"qlr a", [](QLRDEVMODE &e) { e.iResolution = e.dmPublic.dmPrintQuality = e.dmPublic.dmYResolution = 300; } },
+        { SAVE, 0, TABS, 0, L"1081 1082 1017 1 2" }, { SAVE, IDC_PROFILE_NAME, FOCUS }, { SAVE, 0, KEYS, 0, L"qlr a\r" },
+        TO(e.iResolution = 300) }, L"qlr a" },
     { "keyboard: a width typed and confirmed with Enter", L"qlr A", CustomMm, 0, {
         { PAGE_SETUP, IDC_CUSTOM_WIDTH, GO }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, SET, 0, L"500" },
-        { PAGE_SETUP, 0, KEYS, 0, L"\r" } },
-      NULL, [](QLRDEVMODE &e) { e.iCustomWidth = e.dmPublic.dmPaperWidth = 5000; } },
+        { PAGE_SETUP, 0, KEYS, 0, L"\r" }, TO(e.iCustomWidth = 5000) } },
     { "keyboard: a height typed and confirmed with Enter", L"qlr A", CustomMm, 0, {
         { PAGE_SETUP, IDC_CUSTOM_HEIGHT, GO }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, SET, 0, L"40" },
-        { PAGE_SETUP, 0, KEYS, 0, L"\r" } },
-      NULL, [](QLRDEVMODE &e) { e.iCustomHeight = e.dmPublic.dmPaperLength = 400; } },
+        { PAGE_SETUP, 0, KEYS, 0, L"\r" }, TO(e.iCustomHeight = 400) } },
     { "keyboard: the manager keeps a name typed before Enter, a comment typed before Esc", L"qlr A",
-      [](QLRDEVMODE &d) { d.iOutputFormat = 3; }, 0, {
+      TO(e.iOutputFormat = 3), 0, {
         { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK }, { MANAGER, 0, TABS, 0, L"1083 1086 1087 1081 1082 1088 1017 1 2" },
         { MANAGER, IDC_PROFILE_NAME, GO }, { MANAGER, IDC_PROFILE_NAME, SET, 0, L"qlr C" }, { MANAGER, 0, KEYS, 0, L"\r" },
         { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"qlr C" }, { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK },
         { MANAGER, IDC_PROFILE_COMMENT, GO }, { MANAGER, IDC_PROFILE_COMMENT, SET, 0, L"typed" },
-        { MANAGER, 0, KEYS, 0, L"\x1b" }, OK },
-      L"qlr C", [](QLRDEVMODE &e) { lstrcpyW(e.szComments, L"typed"); } },
+        { MANAGER, 0, KEYS, 0, L"\x1b" }, TO(lstrcpyW(e.szComments, L"typed")), OK }, L"qlr C" },
 };
 
 class SheetScripts : public Sheet, public ::testing::WithParamInterface<size_t> {};
