@@ -102,7 +102,8 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
     const std::wstring path = TempFile(L"qlr-admin.qlr"), file = L"\"" + path + L"\"", raw = TempFile(L"qlr-short.raw");
     DeleteFileW(path.c_str());
     WriteBytes(raw, std::vector<BYTE>(RECORD - 1, 0));
-    const LPCWSTR names[] = { L"qlr admin A", L"qlr admin B", L"qlr admin C" };
+    const LPCWSTR names[] = { L"qlr admin A", L"qlr admin B", L"qlr admin \u00c9" };
+    const std::wstring longest = L"qlr admin " + std::wstring(117, L'x'), quotedLongest = L" \"" + longest + L"\"";
     for (LPCWSTR name : names)
         RegDeleteKeyW(HKEY_CURRENT_USER, (KEY L"\\" + std::wstring(name)).c_str());
     // What each test profile holds: "-" none, "s" the printer's record as
@@ -131,6 +132,17 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         { L"show \"qlr admin A\"", 0, readText, "qlr admin A", { s, '-', '-', 'B' } },
         { L"export \"qlr admin A\" " + file, 0, "", "", { s, '-', '-', 'B' } },
         { L"rename \"qlr admin A\" \"qlr admin B\"", 0, "", "", "-r-B" },
+        // Names match whatever their letter case, beyond ASCII too; the current name follows a rename.
+        { L"rename \"qlr admin B\" \"qlr admin \u00c9\"", 0, "", "", "--rC" },
+        { L"show \"qlr admin \u00e9\"", 0, readText, "qlr admin é", "--rC" },
+        { L"rename \"qlr admin \u00e9\" \"qlr admin B\"", 0, "", "", "-r-B" },
+        // 127 characters are the longest name; a name of none or 128 is refused.
+        { L"capture Quillora" + quotedLongest, 0, "", "", "-r-B" },
+        { L"show" + quotedLongest, 0, readText, Utf8(longest), "-r-B" },
+        { L"delete" + quotedLongest, 0, "", "", "-r-B" },
+        { L"show" + quotedLongest, 1, "", Utf8(longest), "-r-B" },
+        { L"capture Quillora \"" + longest + L"x\"", 1, "", Utf8(longest) + "x", "-r-B" },
+        { L"capture Quillora \"\"", 1, "", "", "-r-B" },
         { L"list", 0, "(listing)", "", "-r-B" },
         { L"rename \"qlr admin A\" \"qlr admin C\"", 1, "", "qlr admin A", "-r-B" },
         { L"show \"qlr admin A\"", 1, "", "qlr admin A", "-r-B" },
@@ -163,7 +175,7 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
             EXPECT_NE(std::string::npos, (out + err).find("usage")) << where;
             continue;
         }
-        if (!step.quoted.empty()) {
+        if (!step.quoted.empty() || step.code) {
             std::string &text = step.code ? err : out;
             std::string first = text.substr(0, text.find('\n') + 1);
             text.erase(0, first.size());
@@ -173,6 +185,42 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         EXPECT_EQ("", err) << where;
     }
     EXPECT_TRUE(FileOf(L"qlr admin A", read) == ReadBytes(path)) << "the exported file";
+
+    // Only a whole binary record reads as a profile.
+    std::vector<BYTE> bytes = read;
+    bytes.resize(RECORD + 100, 0x5A);
+    for (DWORD type : { REG_SZ, REG_BINARY, REG_DWORD })
+        for (DWORD cb : { 0ul, RECORD - 1, RECORD, RECORD + 100 }) {
+            SetValue(HKEY_CURRENT_USER, KEY L"\\qlr admin B", type, bytes.data(), cb);
+            std::string out, err;
+            EXPECT_EQ(type == REG_BINARY && cb == RECORD ? 0u : 1u, Admin(L"show \"qlr admin B\"", &out, &err))
+                << "type " << type << ", " << cb << " bytes";
+        }
+    RegDeleteKeyW(HKEY_CURRENT_USER, KEY L"\\qlr admin B");
+
+    // Damaged files are refused before anything is stored: sizes, magic and version bytes, backslashes in the
+    // name, an empty name, a name without its NUL.
+    const std::vector<BYTE> good = FileOf(L"qlr admin C", read);
+    std::vector<std::vector<BYTE>> bad;
+    for (size_t size : { 0, 1, 264, 3747, 3749, 4096 })
+        bad.push_back(good), bad.back().resize(size);
+    for (size_t at = 0; at < 8; at++)
+        for (int value : { 0, 0x7F, 0xFF })
+            if (value != good[at])
+                bad.push_back(good), bad.back()[at] = (BYTE)value;
+    for (size_t at : { 8, 20, 26 })
+        bad.push_back(good), bad.back()[at] = '\\';
+    bad.push_back(good), bad.back()[8] = 0;
+    bad.push_back(good);
+    for (size_t i = 8; i < 264; i += 2)
+        bad.back()[i] = 'n';
+    const std::string before = Listing() + image();
+    for (size_t i = 0; i < bad.size(); i++) {
+        WriteBytes(path, bad[i]);
+        std::string out, err;
+        EXPECT_EQ(1u, Admin(L"import " + file, &out, &err)) << "damaged file " << i;
+        EXPECT_EQ(before, Listing() + image()) << "damaged file " << i;
+    }
 
     DeleteFileW(path.c_str());
     DeleteFileW(raw.c_str());
