@@ -27,13 +27,19 @@ const Driver &TheDriver()
 
 bool PrinterRecord(HANDLE hPrinter, std::vector<BYTE> *saved, const BYTE *store)
 {
-    DWORD cb = 0;
-    GetPrinterW(hPrinter, 2, NULL, 0, &cb);
-    std::vector<BYTE> buffer(cb);
+    // The answer may grow between the sizing call and the fetch: then both are asked again.
+    std::vector<BYTE> buffer;
+    for (int tries = 0; tries < 5 && buffer.empty(); tries++) {
+        DWORD cb = 0;
+        GetPrinterW(hPrinter, 2, NULL, 0, &cb);
+        buffer.assign(cb, 0);
+        if (!cb || !GetPrinterW(hPrinter, 2, buffer.data(), cb, &cb))
+            buffer.clear();
+    }
     PRINTER_INFO_2W *info = (PRINTER_INFO_2W *)buffer.data();
-    if (!cb || !GetPrinterW(hPrinter, 2, buffer.data(), cb, &cb) || !info->pDevMode)
+    if (buffer.empty() || !info->pDevMode)
         return false;
-    saved->assign((BYTE *)info->pDevMode, (BYTE *)info->pDevMode + 3484);
+    saved->assign((BYTE *)info->pDevMode, (BYTE *)info->pDevMode + info->pDevMode->dmSize + info->pDevMode->dmDriverExtra);
     info->pDevMode = (DEVMODEW *)store;
     info->pSecurityDescriptor = NULL;
     return !store || SetPrinterW(hPrinter, 2, buffer.data(), 0);

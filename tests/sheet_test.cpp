@@ -11,6 +11,7 @@
 #include <type_traits>
 #include <windows.h>
 #include <prsht.h>
+#include "driver.h"
 #include "files.h"
 #include "model.h"
 #include "record.h"
@@ -41,45 +42,17 @@ QLRDEVMODE Defaults()
     return d;
 }
 
-struct Field { size_t off, size; const char *name; };
-#define F(x) { offsetof(QLRDEVMODE, x), sizeof(((QLRDEVMODE *)0)->x), #x }
-#define P(x) F(dmPublic.x)
-const Field FIELDS[] = {
-    P(dmDeviceName), P(dmSpecVersion), P(dmDriverVersion), P(dmSize), P(dmDriverExtra), P(dmFields),
-    P(dmOrientation), P(dmPaperSize), P(dmPaperLength), P(dmPaperWidth), P(dmPrintQuality), P(dmColor),
-    P(dmYResolution), P(dmFormName), P(dmBitsPerPel), F(iPaper), F(iOrientation), F(iResolution), F(bCropEdges),
-    F(bCustomPaper), F(iCustomWidth), F(iCustomHeight), F(iCustomUnit), F(iOutputFormat), F(iBmpBitsPerPixel),
-    F(bBmpGrayscale), F(bBmpDither), F(iGifColors), F(bGifGrayscale), F(bGifDither), F(bGifInterlaced),
-    F(bGifMultiPage), F(iJpegBitsPerPixel), F(bJpegGrayscale), F(bJpegDither), F(iJpegQuality),
-    F(iJpegSubsampling), F(iTiffBitsPerPixel), F(bTiffDither), F(iTiffQuality), F(iTiffCompression),
-    F(bTiffMultiPage), F(iPcxBitsPerPixel), F(bPcxGrayscale), F(bPcxDither), F(iDcxBitsPerPixel),
-    F(bDcxGrayscale), F(bDcxDither), F(bDcxMultiPage), F(bShowResult), F(bUseCustomViewer), F(szOutputFolder),
-    F(szFileNameMask), F(szViewerPath), F(szViewerParams), F(szComments), F(m_bProfiled),
-};
-
-// Strings are compared up to their NUL: what follows it is no setting.
-void Compare(const void *got, const QLRDEVMODE &want, const char *what)
+// "" when the records hold the same settings, else the first differing offset; strings are compared up to
+// their NUL, since what follows it is no setting.
+std::string Differs(const void *got, QLRDEVMODE want)
 {
-    QLRDEVMODE g, w = want;
+    QLRDEVMODE g;
     memcpy(&g, got, sizeof(g));
-    bool named = false;
-    for (const Field &f : FIELDS) {
-        BYTE *pg = (BYTE *)&g + f.off, *pw = (BYTE *)&w + f.off;
-        if (f.size > 4) {
-            for (BYTE *p : { pg, pw })
-                for (size_t i = wcsnlen((LPCWSTR)p, f.size / 2) * 2; i < f.size; i++)
-                    p[i] = 0;
-        }
-        if (!memcmp(pg, pw, f.size))
-            continue;
-        named = true;
-        if (f.size > 4)
-            ADD_FAILURE() << what << " " << f.name << ": \"" << (LPCWSTR)pg << "\", expected \"" << (LPCWSTR)pw << "\"";
-        else
-            ADD_FAILURE() << what << " " << f.name << ": " << (f.size == 2 ? *(short *)pg : *(INT *)pg)
-                          << ", expected " << (f.size == 2 ? *(short *)pw : *(INT *)pw);
-    }
-    EXPECT_TRUE(named || !memcmp(&g, &w, sizeof(g))) << what << ": bytes outside the named fields differ";
+    auto cut = [](auto &s) { std::fill(s + wcsnlen(s, std::size(s)), s + std::size(s), 0); };
+    for (QLRDEVMODE *r : { &g, &want })
+        cut(r->dmPublic.dmDeviceName), cut(r->dmPublic.dmFormName), cut(r->szOutputFolder), cut(r->szFileNameMask),
+            cut(r->szViewerPath), cut(r->szViewerParams), cut(r->szComments);
+    return FirstDiff((const BYTE *)&g, (const BYTE *)&want, sizeof(g));
 }
 
 void SetCurrentName(LPCWSTR name)
@@ -312,8 +285,9 @@ protected:
     {
         Clean();
         SetCurrentName(savedName.c_str());
+        std::vector<BYTE> replaced;
         if (savedPrinter.size() >= QLR_RECORD_SIZE)
-            SetPrinterRecord((DEVMODEW *)savedPrinter.data());
+            ::PrinterRecord(hPrinter, &replaced, savedPrinter.data());
         ClosePrinter(hPrinter);
     }
     void Clean()
@@ -323,30 +297,10 @@ protected:
         Associate(false);
         DeleteFileW(g_file.c_str());
     }
-    // The spooler's answer may grow between the sizing call and the fetch: then they are asked again.
-    std::vector<BYTE> PrinterRecord(std::vector<BYTE> *info = NULL)
+    std::vector<BYTE> PrinterRecord()
     {
-        DWORD cb = 0;
-        std::vector<BYTE> buf, record;
-        for (int tries = 0; tries < 5 && record.empty(); tries++) {
-            GetPrinterW(hPrinter, 2, NULL, 0, &cb);
-            buf.assign(cb + 1, 0);
-            if (GetPrinterW(hPrinter, 2, buf.data(), cb, &cb) && ((PRINTER_INFO_2W *)buf.data())->pDevMode) {
-                DEVMODEW *dm = ((PRINTER_INFO_2W *)buf.data())->pDevMode;
-                record.assign((BYTE *)dm, (BYTE *)dm + dm->dmSize + dm->dmDriverExtra);
-            }
-        }
-        if (info)
-            info->swap(buf);
-        return record;
-    }
-    void SetPrinterRecord(DEVMODEW *dm)
-    {
-        std::vector<BYTE> info;
-        PrinterRecord(&info);
-        ((PRINTER_INFO_2W *)info.data())->pDevMode = dm;
-        ((PRINTER_INFO_2W *)info.data())->pSecurityDescriptor = NULL;
-        SetPrinterW(hPrinter, 2, info.data(), 0);
+        std::vector<BYTE> record;
+        return ::PrinterRecord(hPrinter, &record, NULL), record;
     }
 
     void Run(const Script &s)
@@ -403,23 +357,24 @@ protected:
             EXPECT_NE(IDOK, result);
             std::vector<BYTE> printerAfter = PrinterRecord();
             ASSERT_EQ(printerBefore.size(), printerAfter.size());
-            Compare(printerAfter.data(), *(QLRDEVMODE *)printerBefore.data(), "printer's default");
+            EXPECT_EQ("", Differs(printerAfter.data(), *(QLRDEVMODE *)printerBefore.data())) << "printer's default";
             EXPECT_EQ(s.profile ? s.profile : L"", CurrentName());
             EXPECT_TRUE(!s.profile || (LoadProfile(s.profile, &now) && !memcmp(&now, &stored, sizeof(now))));
             return;
         }
         EXPECT_EQ(IDOK, result);
-        Compare(out.data(), e, "output record");
+        EXPECT_EQ("", Differs(out.data(), e)) << "output record";
         EXPECT_EQ(s.after ? s.after : s.profile, CurrentName());
         std::vector<BYTE> printer = PrinterRecord();
         ASSERT_EQ((size_t)QLR_RECORD_SIZE, printer.size());
         if (!(e.dmPublic.dmFields & DM_FORMNAME))      // the spooler keeps no form name without its bit
             memcpy(printer.data() + offsetof(DEVMODEW, dmFormName), e.dmPublic.dmFormName, CCHFORMNAME * 2);
-        Compare(printer.data(), s.flags & NOT_SAVED ? *(QLRDEVMODE *)printerBefore.data() : e, "printer's default");
+        EXPECT_EQ("", Differs(printer.data(), s.flags & NOT_SAVED ? *(QLRDEVMODE *)printerBefore.data() : e))
+            << "printer's default";
         if (s.flags & NOT_SAVED)
             return;
         ASSERT_TRUE(LoadProfile(CurrentName().c_str(), &now));
-        Compare(&now, e, "stored profile");
+        EXPECT_EQ("", Differs(&now, e)) << "stored profile";
     }
 };
 
