@@ -80,4 +80,14 @@ inline std::vector<BYTE> ValueOf(HKEY root, const std::wstring &key)
     return v;
 }
 
+// Points the HTML help control's class registration at a library (the recorder
+// fakehh.dll beside the test program), returning what it named before.
+inline std::wstring SetHelpControl(const std::wstring &path)
+{
+    const std::wstring key = L"CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
+    std::vector<BYTE> old = ValueOf(HKEY_CLASSES_ROOT, key);
+    SetValue(HKEY_CLASSES_ROOT, key, REG_SZ, path.c_str(), (path.size() + 1) * sizeof(WCHAR));
+    return std::wstring((LPCWSTR)old.data(), wcsnlen((LPCWSTR)old.data(), old.size() / 2));
+}
+
 #endif

@@ -1,70 +1,18 @@
-// White-box tests of the page framework's pieces that need no sheet: the
-// profile list, tool tips, lengths, macros, associations and help.
+// White-box tests of the page framework's pieces that need no sheet: tool
+// tips, lengths, macros, associations and help.
 #include <gtest/gtest.h>
 #include <string>
 #include "pages/pages.h"
-#include "profiles/dialogs.h"
 #include "res/resource.h"
+#include "files.h"
 #include "guarded.h"
 #include <commctrl.h>
 
 namespace {
 
 // The numbers and names the pages are documented with, not the module's own.
-#define KEY L"Software\\Moravel\\Quillora\\Profile"
-const size_t NAME_CHARS = 128, EXAMPLE = 1024, COMMAND = 520;
+const size_t EXAMPLE = 1024, COMMAND = 520;
 const int JPEG = 2;
-
-// A page's combo and the manager's list box filled from the real registry,
-// for current names stored as another program might store them.
-TEST(ProfileList, TheCurrentNameIsMatchedWithCaseAndMarkedWhenModified)
-{
-    WCHAR saved[NAME_CHARS];
-    ReadCurrentProfileName(saved);
-    QLRDEVMODE dm = {};
-    WriteProfile(L"qlr list one", &dm);
-    WriteProfile(L"qlr list two", &dm);
-    HWND hParent = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 300, NULL, NULL, NULL, NULL);
-    HWND hCombo = CreateWindowExW(0, L"COMBOBOX", L"", WS_CHILD | CBS_DROPDOWNLIST, 0, 0, 200, 200, hParent,
-                                  (HMENU)IDC_PROFILE_COMBO, NULL, NULL);
-    HWND hList = CreateWindowExW(0, L"LISTBOX", L"", WS_CHILD, 0, 0, 200, 200, hParent, (HMENU)IDC_PROFILE_LIST, NULL,
-                                 NULL);
-    // The combo's default entry and second profile, then the selected entry
-    // of the combo and of the list box, which has neither default nor mark.
-    struct { LPCWSTR current; BOOL modified; LPCWSTR def, two, selected, listSelected; } rows[] = {
-        { L"", FALSE, L"<Default Profile>", L"two", L"<Default Profile>", L"" },
-        { L"", TRUE, L"<Default Profile>*", L"two", L"<Default Profile>*", L"" },
-        { L"qlr list two", FALSE, L"<Default Profile>", L"two", L"qlr list two", L"qlr list two|" },
-        { L"qlr list two", TRUE, L"<Default Profile>", L"two*", L"qlr list two*", L"qlr list two|" },
-        { L"QLR LIST ONE", TRUE, L"<Default Profile>", L"two", L"<Default Profile>", L"" },
-        { L"qlr no such profile", TRUE, L"<Default Profile>", L"two", L"<Default Profile>", L"" },
-    };
-    for (const auto &row : rows) {
-        RegSetValueW(HKEY_CURRENT_USER, KEY, REG_SZ, row.current, 0);
-        std::wstring all, selected;
-        for (HWND h : { hCombo, hList }) {
-            bool combo = h == hCombo;
-            WORD n = FillProfileList(h, combo ? PROFILE_LIST_COMBO : PROFILE_LIST_BOX, row.modified);
-            LRESULT count = SendMessageW(h, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
-            EXPECT_EQ(count, n + (combo ? 1 : 0)) << "current " << row.current;
-            LRESULT sel = SendMessageW(h, combo ? CB_GETCURSEL : LB_GETCURSEL, 0, 0);
-            for (LRESULT i = 0; i < count; i++) {
-                WCHAR text[160] = L"";
-                SendMessageW(h, combo ? CB_GETLBTEXT : LB_GETTEXT, i, (LPARAM)text);
-                bool ours = wcsstr(text, L"qlr list") || wcsstr(text, L"<Default");   // other tests' profiles aside
-                all += ours ? std::wstring(text) + L"|" : L"";
-                selected += i == sel ? std::wstring(text) + L"|" : L"";
-            }
-        }
-        std::wstring expected = std::wstring(row.def) + L"|qlr list one|qlr list " + row.two +
-                                L"|qlr list one|qlr list two|" + row.selected + L"|" + row.listSelected;
-        EXPECT_EQ(expected, all + selected) << "current " << row.current << ", modified " << row.modified;
-    }
-    DestroyWindow(hParent);
-    DeleteProfile(L"qlr list one");
-    DeleteProfile(L"qlr list two");
-    WriteCurrentProfileName(saved);
-}
 
 TEST(PageToolTips, AddOneToolPerControlThePageHas)
 {
@@ -183,36 +131,6 @@ TEST(Macros, DateAndTimeComeFromTheLocalClock)
     EXPECT_EQ(lstrlenW(want) + 2u, got.size()) << "seconds in two digits";
 }
 
-// Expands into an example buffer that ends against an inaccessible page.
-std::wstring ExpandGuarded(const std::wstring &mask)
-{
-    SHEETSTATE sheet = {};
-    sheet.work.iOutputFormat = JPEG;
-    Guarded out(EXAMPLE * sizeof(WCHAR), 0xCC);
-    ExpandFileNameMask(NULL, &sheet, mask.c_str(), out.as<WCHAR>());
-    EXPECT_TRUE(out.TailUntouched()) << mask.size() << " characters of mask";
-    return std::wstring(out.as<WCHAR>(), wcsnlen(out.as<WCHAR>(), EXAMPLE));
-}
-
-TEST(Macros, TheExampleNeverOverrunsItsBuffer)
-{
-    // Masks of every length up to twice what the example holds, in patterns
-    // that grow, shrink, or stop inside a macro: always a terminated
-    // example of at most 1023 characters.
-    const LPCWSTR patterns[] = { L"&[DocName]", L"&[Date]&", L"&[", L"x&[NoSuchMacroName]", L"&[&[Type]]" };
-    for (LPCWSTR pattern : patterns) {
-        std::wstring repeated;
-        while (repeated.size() < 2 * EXAMPLE)
-            repeated += pattern;
-        for (size_t len = 0; len <= 2 * EXAMPLE; len += len < EXAMPLE - 40 ? 7 : 1) {
-            std::wstring out = ExpandGuarded(repeated.substr(0, len));
-            ASSERT_LT(out.size(), EXAMPLE) << pattern << " at length " << len;
-        }
-    }
-    std::wstring longName = L"&[" + std::wstring(1040, L'N') + L"]tail";
-    EXPECT_EQ(L"tail", ExpandGuarded(longName)) << "a name longer than any mask expands to nothing";
-}
-
 // File associations as the shell keeps them, made for one test and removed.
 struct Association {
     std::wstring extension, cls;
@@ -262,15 +180,7 @@ TEST(Associations, TheProgramIsTheTokenHoldingTheLastDot)
 // that registration at a recorder for the length of one test.
 TEST(Help, AddressesNameTheFileBesideTheModuleAndTheTopic)
 {
-    const char *key = "CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
-    char saved[MAX_PATH + 1] = "";
-    LONG cbSaved = sizeof(saved);
-    bool hadValue = RegQueryValueA(HKEY_CLASSES_ROOT, key, saved, &cbSaved) == ERROR_SUCCESS;
-    char fake[MAX_PATH];
-    GetModuleFileNameA(NULL, fake, MAX_PATH);
-    lstrcpyA(strrchr(fake, '\\') + 1, "fakehh.dll");
-    ASSERT_EQ(ERROR_SUCCESS, RegSetValueA(HKEY_CLASSES_ROOT, key, REG_SZ, fake, lstrlenA(fake)));
-
+    const std::wstring saved = SetHelpControl(Beside(L"fakehh.dll"));
     WCHAR folder[MAX_PATH];
     GetModuleFileNameW(NULL, folder, MAX_PATH);
     *wcsrchr(folder, L'\\') = 0;
@@ -288,8 +198,7 @@ TEST(Help, AddressesNameTheFileBesideTheModuleAndTheTopic)
         EXPECT_EQ(std::wstring(folder) + L"\\qlrhlp.chm::" + row.name + L">main", address) << "topic " << row.topic;
         EXPECT_EQ(0u, command) << "HH_DISPLAY_TOPIC";
     }
-    if (hadValue)
-        RegSetValueA(HKEY_CLASSES_ROOT, key, REG_SZ, saved, lstrlenA(saved));
+    SetHelpControl(saved);
 }
 
 }  // namespace

@@ -237,7 +237,19 @@ std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts, boo
 }
 
 // LAZY: no page opened ahead, so no view of them either; BLIND: just before OK a page shows what no record holds.
-enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32 };
+// HELP: the help control's registration points at a recorder, whose addresses (after the file) must be these.
+enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64 };
+const LPCWSTR TOPICS = L"/set_paper.htm>main|/set_advanced.htm>main|/set_finish.htm>main|/prof_add.htm>main|"
+                       L"/prof_edit.htm>main|";
+
+std::wstring HelpTopics()
+{
+    HMODULE fake = GetModuleHandleW(L"fakehh.dll");
+    std::wstring all = fake ? ((LPCWSTR(WINAPI *)())(void *)GetProcAddress(fake, MAKEINTRESOURCEA(2)))() : L"", topics;
+    for (size_t at = all.find(L"::"); at != std::wstring::npos; at = all.find(L"::", at + 2))
+        topics += all.substr(at + 2, all.find(L'|', at) - at - 1);
+    return topics;
+}
 
 // A step of a script, or a change of the record the pages hold at that point.  While the sheet is open each
 // change is followed by a view of every control; the changes in order, with what OK collects, make the
@@ -315,6 +327,7 @@ protected:
             StoreProfile(L"qlr B", second);
         SetCurrentName(s.profile ? s.profile : L"");
         Associate(s.flags & ASSOCIATED);
+        const std::wstring help = s.flags & HELP ? SetHelpControl(Beside(L"fakehh.dll")) : L"";
         std::vector<BYTE> printerBefore = PrinterRecord(), out(8192, 0xA5);
         LONG result = -100;
         QLRDEVMODE e = s.profile ? stored : Defaults(), now;
@@ -351,6 +364,10 @@ protected:
                                          DM_PROMPT | DM_OUT_BUFFER);
         });
         EXPECT_EQ(steps.size(), played) << "the script stopped at this step";
+        if (s.flags & HELP) {
+            SetHelpControl(help);
+            EXPECT_EQ(TOPICS, HelpTopics());
+        }
         for (size_t i = (s.flags & CANCELLED) ? 220 : QLR_RECORD_SIZE; i < out.size(); i++)
             ASSERT_EQ(0xA5, out[i]) << "output written at byte " << i;
         if (s.flags & CANCELLED) {
@@ -563,6 +580,11 @@ const Script g_scripts[] = {
         { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK },
         { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" },
         { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { MANAGER, IDOK, CLICK }, OK } },
+    { "each Help button opens its own topic", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED | HELP, {
+        { PAGE_SETUP, IDC_HELP_BUTTON, CLICK }, { FORMAT_PAGE, IDC_HELP_BUTTON, CLICK },
+        { OUTPUT_PAGE, IDC_HELP_BUTTON, CLICK }, { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK }, { SAVE, IDC_HELP_BUTTON, CLICK },
+        { SAVE, IDCANCEL, CLICK }, { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK }, { MANAGER, IDC_HELP_BUTTON, CLICK },
+        { MANAGER, IDCANCEL, CLICK }, CANCEL } },
     { "a change made before a page is first shown still counts at OK", L"qlr A", [](QLRDEVMODE &) {}, LAZY, {
         { PAGE_SETUP, IDC_CROP, CLICK }, TO(e.bCropEdges = 1), { OUTPUT_PAGE, 0, SHOWN, 1 }, OK,
         TO(e.dmPublic.dmBitsPerPel = 24) } },    // the format page never made
