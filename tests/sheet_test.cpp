@@ -236,6 +236,28 @@ std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts, boo
     return v;
 }
 
+// The profile manager as a step LISTED shows it: n the selected entry (-1 none), s the entries in order, each
+// ended by "|", then the selected profile's comment.  The editing group works only while there are entries.
+enum { LISTED = 100 };
+std::vector<Step> Listed(const Step &a, std::deque<std::wstring> *texts)
+{
+    std::wstring all = a.s;
+    std::vector<Step> v;
+    auto text = [&](int id, int op, int n, const std::wstring &t) {
+        texts->push_back(t), v.push_back({ MANAGER, id, op, n, texts->back().c_str() });
+    };
+    int n = 0;
+    for (size_t at = 0, bar; (bar = all.find(L'|', at)) != std::wstring::npos; at = bar + 1, n++)
+        text(IDC_PROFILE_LIST, ITEM, n, all.substr(at, bar - at));
+    const bool some = n > 0;
+    text(IDC_PROFILE_NAME, TEXT, 0, a.n < 0 || a.n >= n ? L"" : texts->at(texts->size() - n + a.n));
+    text(IDC_PROFILE_COMMENT, TEXT, 0, all.substr(all.rfind(L'|') + 1));
+    for (int id : { IDC_DELETE_PROFILE, IDC_PROFILE_NAME, IDC_PROFILE_COMMENT, IDC_EXPORT_PROFILE, IDC_IMPORT_PROFILE })
+        v.push_back({ MANAGER, id, ON, some || id == IDC_IMPORT_PROFILE });
+    v.push_back({ MANAGER, IDC_PROFILE_LIST, COUNT, n }), v.push_back({ MANAGER, IDC_PROFILE_LIST, SEL, a.n });
+    return v;
+}
+
 // LAZY: no page opened ahead, so no view of them either; BLIND: just before OK a page shows what no record holds.
 // HELP: the help control's registration points at a recorder, whose addresses (after the file) must be these.
 enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64 };
@@ -343,6 +365,11 @@ protected:
             steps.insert(steps.end(), v.begin(), v.end());
         };
         for (const Act &a : s.acts) {
+            if (a.op == LISTED) {
+                std::vector<Step> v = Listed(a, &texts);
+                steps.insert(steps.end(), v.begin(), v.end());
+                continue;
+            }
             if (a.change) {
                 a.change(e);
                 if (open)
@@ -547,28 +574,18 @@ const Script g_scripts[] = {
         { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"Case A" }, OK } },
     { "manager: choose, rename, refuse a taken name, delete to the end, import into the empty list", L"qlr A",
       TO(e.iOutputFormat = 3, lstrcpyW(e.szComments, L"first")), WITH_B, {
-        { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK }, { MANAGER, IDC_EXPORT_PROFILE, CLICK },
-        { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK }, { MANAGER, IDC_PROFILE_LIST, CHOOSE, 1 },
-        { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr B" }, { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"second" },
-        { MANAGER, IDC_PROFILE_LIST, CHOOSE, 0 },
-        { MANAGER, IDC_PROFILE_LIST, COUNT, 2 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" },
-        { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"  \\qlr renamed  " },
+        { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK }, { MANAGER, 0, LISTED, 0, L"qlr A|qlr B|first" },
+        { MANAGER, IDC_EXPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK },
+        { MANAGER, IDC_PROFILE_LIST, CHOOSE, 1 }, { MANAGER, 0, LISTED, 1, L"qlr A|qlr B|second" },
+        { MANAGER, IDC_PROFILE_LIST, CHOOSE, 0 }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"  \\qlr renamed  " },
         { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"_qlr renamed" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"zqlr renamed" },
-        { MANAGER, IDC_PROFILE_LIST, SEL, 1 },
-        { MANAGER, IDC_PROFILE_LIST, ITEM, 1, L"zqlr renamed" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"QLR B" },
-        { MANAGER, IDC_PROFILE_LIST, ITEM, 1, L"zqlr renamed" }, { MANAGER, IDC_PROFILE_LIST, ITEM, 0, L"qlr B" },
-        { MANAGER, IDC_PROFILE_NAME, SET, 0, L"zqlr renamed" },
+        { MANAGER, 0, LISTED, 1, L"qlr B|zqlr renamed|first" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"QLR B" },
+        { MANAGER, IDC_PROFILE_NAME, SET, 0, L"zqlr renamed" }, { MANAGER, 0, LISTED, 1, L"qlr B|zqlr renamed|first" },
         { MANAGER, IDC_DELETE_PROFILE, CLICK }, { BOX, 0, TEXT, 0, L"Edit profile..." },
         { BOX, 0xFFFF, TEXT, 0, L"Вы хотите удалить выбранный профиль?          " }, { BOX, IDYES, CLICK },
-        { MANAGER, IDC_PROFILE_LIST, COUNT, 1 },
-        { MANAGER, IDC_PROFILE_LIST, SEL, 0 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr B" },
-        { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"second" },
-        { MANAGER, IDC_DELETE_PROFILE, CLICK }, { BOX, IDYES, CLICK },
-        { MANAGER, IDC_PROFILE_LIST, COUNT, 0 }, { MANAGER, IDC_DELETE_PROFILE, ON, 0 },
-        { MANAGER, IDC_EXPORT_PROFILE, ON, 0 }, { MANAGER, IDC_IMPORT_PROFILE, ON, 1 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"" },
-        { MANAGER, IDC_IMPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK },
-        { MANAGER, IDC_PROFILE_LIST, SEL, 0 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" },
-        { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" }, { MANAGER, IDC_EXPORT_PROFILE, ON, 1 },
+        { MANAGER, 0, LISTED, 0, L"qlr B|second" }, { MANAGER, IDC_DELETE_PROFILE, CLICK }, { BOX, IDYES, CLICK },
+        { MANAGER, 0, LISTED, -1, L"" }, { MANAGER, IDC_IMPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() },
+        { FILE_DLG, IDOK, CLICK }, { MANAGER, 0, LISTED, 0, L"qlr A|first" },
         { MANAGER, IDCANCEL, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" }, TO(e = Defaults()),
         OK, { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr C" }, { SAVE, IDOK, CLICK } },
       L"qlr C" },
@@ -577,9 +594,8 @@ const Script g_scripts[] = {
         { OUTPUT_PAGE, IDC_PROFILE_MANAGER, CLICK },
         { MANAGER, IDC_EXPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() },
         { FILE_DLG, IDOK, CLICK }, { MANAGER, IDC_PROFILE_COMMENT, TYPE, 0, L"changed" }, { MANAGER, IDC_IMPORT_PROFILE, CLICK },
-        { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK },
-        { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" },
-        { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { MANAGER, IDOK, CLICK }, OK } },
+        { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK }, { MANAGER, 0, LISTED, 0, L"qlr A|first" },
+        { MANAGER, IDOK, CLICK }, OK } },
     { "each Help button opens its own topic", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED | HELP, {
         { PAGE_SETUP, IDC_HELP_BUTTON, CLICK }, { FORMAT_PAGE, IDC_HELP_BUTTON, CLICK },
         { OUTPUT_PAGE, IDC_HELP_BUTTON, CLICK }, { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK }, { SAVE, IDC_HELP_BUTTON, CLICK },
