@@ -260,7 +260,8 @@ std::vector<Step> Listed(const Step &a, std::deque<std::wstring> *texts)
 
 // LAZY: no page opened ahead, so no view of them either; BLIND: just before OK a page shows what no record holds.
 // HELP: the help control's registration points at a recorder, whose addresses (after the file) must be these.
-enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64 };
+// BROKEN_B: a profile "qlr B" whose record is cut short.
+enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64, BROKEN_B = 128 };
 const LPCWSTR TOPICS = L"/set_paper.htm>main|/set_advanced.htm>main|/set_finish.htm>main|/prof_add.htm>main|"
                        L"/prof_edit.htm>main|";
 
@@ -345,8 +346,8 @@ protected:
         stored.m_bProfiled = TRUE;
         if (s.profile)
             s.stored(stored), StoreProfile(s.profile, stored);
-        if (s.flags & WITH_B)
-            StoreProfile(L"qlr B", second);
+        if (s.flags & (WITH_B | BROKEN_B))
+            SetValue(HKEY_CURRENT_USER, PROFILES_KEY L"\\qlr B", REG_BINARY, &second, s.flags & WITH_B ? sizeof(second) : 100);
         SetCurrentName(s.profile ? s.profile : L"");
         Associate(s.flags & ASSOCIATED);
         const std::wstring help = s.flags & HELP ? SetHelpControl(Beside(L"fakehh.dll")) : L"";
@@ -589,6 +590,14 @@ const Script g_scripts[] = {
         { MANAGER, IDCANCEL, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" }, TO(e = Defaults()),
         OK, { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr C" }, { SAVE, IDOK, CLICK } },
       L"qlr C" },
+    { "manager: a profile that cannot be read, renamed or given a comment", L"qlr A",
+      TO(lstrcpyW(e.szComments, L"first")), CANCELLED | BROKEN_B, {
+        { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK }, { MANAGER, IDC_PROFILE_LIST, CHOOSE, 1 },
+        { MANAGER, IDC_PROFILE_LIST, SEL, 1 }, { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" },
+        { MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, L"first" }, { MANAGER, IDC_PROFILE_COMMENT, TYPE, 0, L"lost" },
+        { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"qlr C" }, { MANAGER, 0, LISTED, 1, L"qlr A|qlr B|lost" },
+        { MANAGER, IDC_PROFILE_LIST, CHOOSE, 0 }, { MANAGER, 0, LISTED, 0, L"qlr A|qlr B|first" },
+        { MANAGER, IDCANCEL, CLICK }, CANCEL } },
     { "manager: export, change the comment, import over it", L"qlr A",
       TO(e.iOutputFormat = 3, lstrcpyW(e.szComments, L"first")), 0, {
         { OUTPUT_PAGE, IDC_PROFILE_MANAGER, CLICK },
