@@ -11,6 +11,7 @@
 #include <type_traits>
 #include <windows.h>
 #include <prsht.h>
+#include <shlobj.h>
 #include "driver.h"
 #include "files.h"
 #include "model.h"
@@ -31,9 +32,17 @@ std::wstring Today()
            std::to_wstring(t.wYear);
 }
 
-// A program with a version resource, one without, a profile file, today.
+// The folder the shell's folder browser starts at when given no root: the desktop's.
+std::wstring Desktop()
+{
+    WCHAR path[MAX_PATH] = L"";
+    SHGetSpecialFolderPathW(NULL, path, CSIDL_DESKTOPDIRECTORY, FALSE);
+    return path;
+}
+
+// A program with a version resource, one without, a profile file, today, the desktop.
 const std::wstring g_viewer = Beside(L"versioned.exe"), g_self = Beside(L"sheet_test.exe");
-const std::wstring g_file = g_viewer + L".qlr", g_date = Today(), g_long(300, L'x');
+const std::wstring g_file = g_viewer + L".qlr", g_date = Today(), g_long(300, L'x'), g_desktop = Desktop();
 
 QLRDEVMODE Defaults()
 {
@@ -528,6 +537,9 @@ const Script g_scripts[] = {
         { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, L"/view %f" },
         TO(lstrcpyW(e.szFileNameMask, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page");
            lstrcpyW(e.szOutputFolder, L"d:\\images"), lstrcpyW(e.szViewerParams, L"/view %f")), OK } },
+    { "the folder browser accepted", L"qlr A", [](QLRDEVMODE &) {}, 0, {
+        { OUTPUT_PAGE, IDC_BROWSE_FOLDER, CLICK }, { FOLDER_DLG, IDOK, CLICK },
+        TO(lstrcpyW(e.szOutputFolder, g_desktop.c_str())), OK } },
     { "choosing a viewer alone is saved at OK", L"qlr A", [](QLRDEVMODE &) {}, 0, {
         { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK }, TO(e.bUseCustomViewer = 1), OK } },
     { "the macro menu replaces the selected text", L"qlr A", TO(e.iOutputFormat = 3), 0, {

@@ -29,7 +29,8 @@ int KindOf(HWND hDlg)
 {
     return ClassIs(hDlg, L"#32768") ? MENU : FindWindowExW(hDlg, NULL, WC_TABCONTROLW, NULL) ? PAGE_SETUP
          : GetDlgItem(hDlg, IDC_PROFILE_LIST) ? MANAGER : GetDlgItem(hDlg, cmb13) ? FILE_DLG
-         : GetDlgItem(hDlg, IDC_PROFILE_NAME) ? SAVE : GetDlgItem(hDlg, 0xFFFF) ? BOX : ABOUT_BOX;
+         : GetDlgItem(hDlg, IDC_PROFILE_NAME) ? SAVE : FindWindowExW(hDlg, NULL, WC_TREEVIEWW, NULL) ? FOLDER_DLG
+         : GetDlgItem(hDlg, 0xFFFF) ? BOX : ABOUT_BOX;
 }
 
 // The window a step acts on: a page (brought to the front as a click on its

@@ -12,7 +12,7 @@
 enum Where {
     PAGE_SETUP, FORMAT_PAGE, OUTPUT_PAGE,
     P_BMP = 10, P_GIF, P_JPEG, P_TIFF, P_PCX, P_DCX,      // the format page's panels
-    SAVE = 20, MANAGER, BOX, FILE_DLG, MENU, ABOUT_BOX     // the modal dialogs
+    SAVE = 20, MANAGER, BOX, FILE_DLG, MENU, ABOUT_BOX, FOLDER_DLG    // the modal dialogs
 };
 enum Op {
     CLICK, CHOOSE, SELECT, SET, LEAVE, TYPE, KEY, PRESS,   // actions
