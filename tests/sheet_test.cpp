@@ -551,6 +551,12 @@ const Script g_scripts[] = {
         { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" },
         { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"(c) test copyright" }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
         TO(e.bShowResult = 0), { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, CANCEL } },
+    { "a type with no program shows the default icon and empty fields", L"qlr A",
+      TO(e.iOutputFormat = 5, e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED, {
+        { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_APP_ICON, ICON, 0 },
+        { OUTPUT_PAGE, IDC_DEFAULT_VIEWER, CLICK }, TO(e.bUseCustomViewer = 0), { OUTPUT_PAGE, IDC_APP_ICON, ICON, 1 },
+        { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"" }, { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"" },
+        { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"" }, CANCEL } },
     { "a chosen program; the program dialog cancelled", L"qlr A",
       TO(e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED, {
         { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, CLICK },

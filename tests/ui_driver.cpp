@@ -208,6 +208,9 @@ Played Play(HWND hDlg, const Step &s, size_t index)
     case TABS: return TabCycle(t, Ids(s.s), at);
     case ARROWS: return ArrowProbes(t, Ids(s.s), at);
     case SKIN: EXPECT_EQ(s.n != 0, Skinned(c)) << at << " skin"; break;
+    case ICON:
+        EXPECT_EQ(s.n != 0, SendMessageW(c, STM_GETICON, 0, 0) == (LRESULT)LoadIconW(NULL, IDI_APPLICATION)) << at << " icon";
+        break;
     }
     return DONE;
 }

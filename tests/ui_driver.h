@@ -19,7 +19,8 @@ enum Op {
     GO, KEYS,                                               // the focus moved; real keys pressed
     TEXT, CHECK, ON, SHOWN, ITEM, COUNT, SEL,               // expectations
     FOCUS, TABS, ARROWS,                                    // where the focus is; where keys take it
-    SKIN                                                    // painted by the module (n 1) or the system (n 0)
+    SKIN,                                                   // painted by the module (n 1) or the system (n 0)
+    ICON                                                    // the system's default application icon (n 1) or another
 };
 // n: index, check state, flag, key, sheet button or MAKELONG(start, end); s: text.
 // KEYS: s the keys, one a tick: letters and digits, "\r", "\t", "\x1b" and " "; n 1 holds Shift.
