@@ -1,5 +1,5 @@
-// White-box tests of the page framework's pieces that need no sheet: tool
-// tips, lengths, macros, associations and help.
+// White-box tests of the page framework's pieces that need no sheet:
+// lengths, macros, associations and help.
 #include <gtest/gtest.h>
 #include <string>
 #include "pages/pages.h"
@@ -13,24 +13,6 @@ namespace {
 // The numbers and names the pages are documented with, not the module's own.
 const size_t EXAMPLE = 1024, COMMAND = 520;
 const int JPEG = 2;
-
-TEST(PageToolTips, AddOneToolPerControlThePageHas)
-{
-    HWND hPage = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 300, NULL, NULL, NULL, NULL);
-    HWND a = CreateWindowExW(0, L"BUTTON", L"a", WS_CHILD, 0, 0, 50, 20, hPage, (HMENU)IDC_SAVE_PROFILE, NULL, NULL);
-    CreateWindowExW(0, L"BUTTON", L"b", WS_CHILD, 0, 30, 50, 20, hPage, (HMENU)IDC_HELP_BUTTON, NULL, NULL);
-    const int ids[] = { IDC_SAVE_PROFILE, IDC_CUSTOM_HEIGHT, IDC_HELP_BUTTON };   // this page lacks the second
-    HWND hTips = CreatePageToolTips(hPage, NULL, ids, 3);
-    ASSERT_NE(nullptr, hTips);
-    EXPECT_EQ(2, SendMessageW(hTips, TTM_GETTOOLCOUNT, 0, 0));
-    TTTOOLINFOW ti = {};
-    ti.cbSize = TTTOOLINFOW_V2_SIZE;
-    ASSERT_TRUE(SendMessageW(hTips, TTM_ENUMTOOLSW, 0, (LPARAM)&ti));
-    EXPECT_EQ((UINT_PTR)a, ti.uId);
-    EXPECT_TRUE(ti.uFlags & TTF_IDISHWND);
-    EXPECT_EQ(hPage, GetWindow(hTips, GW_OWNER));
-    DestroyWindow(hPage);
-}
 
 TEST(Lengths, ClampFollowsUnitAndResolution)
 {

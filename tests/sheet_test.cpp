@@ -432,6 +432,42 @@ protected:
     }
 };
 
+// Each page's tool tips, in the order the page lists them, each with its text.
+const struct { int id; LPCWSTR text; } TIP_TEXTS[] = {
+    { 1001, L"Список доступных профилей пользователя" }, { 1002, L"Сохранить текущие настройки квк профиль пользователя" },
+    { 1003, L"Редактировать список профилей пользователя" },
+    { 1004, L"Нажмите эту кнопку для просмотра информации о версии и копирайте" },
+    { 1005, L"Восстановить настройки из текущего профиля" }, { 1006, L"Окно просмотра для выбранного формата бумаги" },
+    { 1007, L"Список доступных форматов бумаги" }, { 1008, L"Изменение ориентации бумаги на книжную(портретную)" },
+    { 1009, L"Изменение ориентации бумаги на альбомную(ландшафтную)" },
+    { 1012, L"Определение DPI(точек на дюйм) для выходного рисунка." },
+    { 1013, L"Переключение удаления окаймления документа" }, { 1016, L"Размеры выбранного формата бумаги" },
+    { 1017, L"Изображает оглавление файла помощи" }, { 1020, L"Выбор формата файла выходного рисунка" },
+    { 1050, L"Папка, где будет сохранен выходной рисунок" }, { 1051, L"Выбор папки" },
+    { 1052, L"Маска имени выходного рисунк(а,ов)" }, { 1053, L"Выбор макро-имени для формирования имени выходного рисунка" },
+    { 1054, L"Выберите этот пункт, если Вы хотите выполнить некоторое приложение после печати" },
+    { 1055, L"Выберите приложение, выполняемое после печати" }, { 1056, L"Выбор приложения" },
+    { 1057, L"Пример имени выходного рисунка" }, { 1058, L"Выполняет приложение по умолчанию для выбранного типа файла" },
+    { 1059, L"Выполняет выбранное приложение после печати" },
+};
+
+std::vector<Act> EveryTip()
+{
+    static const std::vector<int> lists[] = { { 1001, 1002, 1003, 1005, 1006, 1007, 1016, 1008, 1009, 1012, 1013, 1017 },
+                                              { 1001, 1002, 1003, 1005, 1017, 1020, 1004 },
+                                              { 1001, 1002, 1003, 1005, 1017, 1050, 1052, 1051, 1053, 1057, 1054, 1058,
+                                                1059, 1055, 1056 } };
+    static std::wstring tips[3];
+    std::vector<Act> acts;
+    for (int page = 0; page < 3; page++) {
+        for (int id : lists[page])
+            for (const auto &t : TIP_TEXTS)
+                tips[page] += t.id == id ? std::to_wstring(id) + L" " + t.text + L"|" : L"";
+        acts.push_back({ page, 0, TIPS, 0, tips[page].c_str() });
+    }
+    return acts.push_back({ PAGE_SETUP, 0, PRESS, PSBTN_CANCEL }), acts;
+}
+
 #define OK { PAGE_SETUP, 0, PRESS, PSBTN_OK }
 #define CANCEL { PAGE_SETUP, 0, PRESS, PSBTN_CANCEL }
 #define TO(...) [](QLRDEVMODE &e) { __VA_ARGS__; }
@@ -447,6 +483,7 @@ std::vector<Act> EveryPaper()
 
 const Script g_scripts[] = {
     { "every paper and its size label", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryPaper() },
+    { "each page's tool tips", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryTip() },
     { "factory settings, a change, OK asks for a name", NULL, NULL, 0, {
         LOOK, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" },
         { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, TO(e.iOrientation = 1),

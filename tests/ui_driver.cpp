@@ -161,6 +161,27 @@ bool Skinned(HWND c)
     return blank;
 }
 
+// The tools that tool-tip windows hold for the page's controls, as "id text|" each, in the order they were added;
+// "!" marks a tool that is not the control's own window, subclassed and transparent.
+std::wstring Tips(HWND page)
+{
+    std::wstring all;
+    for (HWND tip = NULL; (tip = FindWindowExW(NULL, tip, TOOLTIPS_CLASSW, NULL));) {
+        WCHAR text[300];
+        TTTOOLINFOW ti = {};
+        ti.cbSize = TTTOOLINFOW_V2_SIZE;
+        const UINT flags = TTF_IDISHWND | TTF_SUBCLASS | TTF_TRANSPARENT;
+        for (int i = 0; ti.lpszText = text, SendMessageW(tip, TTM_ENUMTOOLSW, i, (LPARAM)&ti); i++) {
+            if (GetParent((HWND)ti.uId) != page || ti.hwnd != page)
+                continue;
+            ti.lpszText = text, text[0] = 0;
+            SendMessageW(tip, TTM_GETTEXTW, 300, (LPARAM)&ti);    // a resource string comes back loaded
+            all += std::to_wstring(GetDlgCtrlID((HWND)ti.uId)) + ((ti.uFlags & flags) == flags ? L" " : L" !") + text + L"|";
+        }
+    }
+    return all;
+}
+
 WORD KeyOf(WCHAR ch)
 {
     return ch == L'\r' ? VK_RETURN : ch == L'\t' ? VK_TAB : ch == 0x1b ? VK_ESCAPE : (WORD)towupper(ch);
@@ -208,6 +229,7 @@ Played Play(HWND hDlg, const Step &s, size_t index)
     case TABS: return TabCycle(t, Ids(s.s), at);
     case ARROWS: return ArrowProbes(t, Ids(s.s), at);
     case SKIN: EXPECT_EQ(s.n != 0, Skinned(c)) << at << " skin"; break;
+    case TIPS: EXPECT_EQ(text, Tips(t)) << at << " tool tips"; break;
     case ICON:
         EXPECT_EQ(s.n != 0, SendMessageW(c, STM_GETICON, 0, 0) == (LRESULT)LoadIconW(NULL, IDI_APPLICATION)) << at << " icon";
         break;
