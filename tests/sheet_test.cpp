@@ -86,11 +86,13 @@ bool LoadProfile(LPCWSTR name, QLRDEVMODE *dm)
     return v.size() == sizeof(*dm) && memcpy(dm, v.data(), sizeof(*dm));
 }
 
-// The class name and the open command are as long as the lookup's buffers
+// The class of .dcx and its open command are as long as the lookup's buffers
 // allow: 127 characters and 519.
+const std::wstring g_class = L"qlr.test" + std::wstring(119, L'c');
 void Associate(bool on)
 {
-    std::wstring cls = L"qlr.test" + std::wstring(119, L'c'), cmd = L"\"" + g_viewer + L"\" /";
+    const std::wstring &cls = g_class;
+    std::wstring cmd = L"\"" + g_viewer + L"\" /";
     cmd += std::wstring(519 - cmd.size(), L'x');
     for (LPCWSTR key : { L"\\shell\\open\\command", L"\\shell\\open", L"\\shell", L"" })
         RegDeleteKeyW(HKEY_CLASSES_ROOT, (cls + key).c_str());
@@ -134,6 +136,15 @@ void ToUnit(QLRDEVMODE &e, int unit)
     int from = PerInch(e.iCustomUnit, e.iResolution), to = PerInch(unit, e.iResolution);
     e.iCustomWidth = MulDiv(e.iCustomWidth, to, from), e.iCustomHeight = MulDiv(e.iCustomHeight, to, from);
     e.iCustomUnit = unit;
+}
+
+// The unit table's limits at a resolution, the value compared as unsigned: no larger than the largest, then no
+// smaller than the smallest.
+int Clamp(int v, int unit, int dpi)
+{
+    const int m = MulDiv(144000, 1000, dpi), lo[] = { 39, 10, 29, dpi },
+              hi[] = { m, MulDiv(m, 254, 1000), MulDiv(m, 72, 1000), 144000 };
+    return (unsigned)v > (unsigned)hi[unit] ? hi[unit] : (unsigned)v < (unsigned)lo[unit] ? lo[unit] : v;
 }
 
 // What OK writes besides the controls' values: the paper's public fields from its row or the custom size,
@@ -271,15 +282,18 @@ std::vector<Step> Listed(const Step &a, std::deque<std::wstring> *texts)
 // HELP: the help control's registration points at a recorder, whose addresses (after the file) must be these.
 // BROKEN_B: a profile "qlr B" whose record is cut short.
 enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64, BROKEN_B = 128 };
-const LPCWSTR TOPICS = L"/set_paper.htm>main|/set_advanced.htm>main|/set_finish.htm>main|/prof_add.htm>main|"
-                       L"/prof_edit.htm>main|";
-
+// The addresses the recorder was asked to show (HH_DISPLAY_TOPIC), each with the folder of the module that asked
+// (the spooler's copy) cut off: every one must name the help file beside it.
 std::wstring HelpTopics()
 {
     HMODULE fake = GetModuleHandleW(L"fakehh.dll");
-    std::wstring all = fake ? ((LPCWSTR(WINAPI *)())(void *)GetProcAddress(fake, MAKEINTRESOURCEA(2)))() : L"", topics;
-    for (size_t at = all.find(L"::"); at != std::wstring::npos; at = all.find(L"::", at + 2))
-        topics += all.substr(at + 2, all.find(L'|', at) - at - 1);
+    WCHAR module[MAX_PATH] = L"";
+    GetModuleFileNameW(GetModuleHandleW(L"QLRDRVUI.DLL"), module, MAX_PATH);
+    const std::wstring all = fake ? ((LPCWSTR(WINAPI *)())(void *)GetProcAddress(fake, MAKEINTRESOURCEA(2)))() : L"",
+                       file = std::wstring(module, wcsrchr(module, L'\\') + 1) + L"qlrhlp.chm";
+    std::wstring topics;
+    for (size_t at = 0; all.find(L'|', at) != std::wstring::npos; at = all.find(L'|', at) + 1)
+        topics += all.compare(at, file.size(), file) ? L"?" : all.substr(at + file.size(), all.find(L'|', at) + 1 - at - file.size());
     return topics;
 }
 
@@ -403,7 +417,8 @@ protected:
         EXPECT_EQ(steps.size(), played) << "the script stopped at this step";
         if (s.flags & HELP) {
             SetHelpControl(help);
-            EXPECT_EQ(TOPICS, HelpTopics());
+            EXPECT_EQ(L"::/set_paper.htm>main|::/set_advanced.htm>main|::/set_finish.htm>main|::/prof_add.htm>main|"
+                      L"::/prof_edit.htm>main|", HelpTopics());
         }
         for (size_t i = (s.flags & CANCELLED) ? 220 : QLR_RECORD_SIZE; i < out.size(); i++)
             ASSERT_EQ(0xA5, out[i]) << "output written at byte " << i;
@@ -431,6 +446,10 @@ protected:
         EXPECT_EQ("", Differs(&now, e)) << "stored profile";
     }
 };
+
+#define OK { PAGE_SETUP, 0, PRESS, PSBTN_OK }
+#define CANCEL { PAGE_SETUP, 0, PRESS, PSBTN_CANCEL }
+#define TO(...) [](QLRDEVMODE &e) { __VA_ARGS__; }
 
 // Each page's tool tips, in the order the page lists them, each with its text.
 const struct { int id; LPCWSTR text; } TIP_TEXTS[] = {
@@ -465,12 +484,97 @@ std::vector<Act> EveryTip()
                 tips[page] += t.id == id ? std::to_wstring(id) + L" " + t.text + L"|" : L"";
         acts.push_back({ page, 0, TIPS, 0, tips[page].c_str() });
     }
-    return acts.push_back({ PAGE_SETUP, 0, PRESS, PSBTN_CANCEL }), acts;
+    return acts.push_back(CANCEL), acts;
 }
 
-#define OK { PAGE_SETUP, 0, PRESS, PSBTN_OK }
-#define CANCEL { PAGE_SETUP, 0, PRESS, PSBTN_CANCEL }
-#define TO(...) [](QLRDEVMODE &e) { __VA_ARGS__; }
+// Lengths typed into the custom width, in each unit at a resolution, and what they read as (-2: no number, so
+// the field and the typed text stay); the value kept is that, clamped.
+std::vector<Act> EveryLength()
+{
+    static const struct { int unit, dpi; LPCWSTR text; int read; } rows[] = {
+        { 0, 200, L"8.27", 8270 }, { 0, 200, L"1.001", 1001 }, { 0, 200, L"0.0395", 39 }, { 0, 200, L"12", 12000 },
+        { 0, 200, L"1.23456", 1234 }, { 0, 200, L"0", 0 }, { 0, 200, L"99999999999", -1 }, { 0, 200, L"abc", -2 },
+        { 0, 200, L".5", -2 }, { 1, 200, L" +12.75", 127 }, { 1, 200, L"297", 2970 }, { 1, 200, L"5 mm", 50 },
+        { 1, 200, L"20000", 200000 }, { 1, 200, L"0.5", 5 }, { 1, 200, L"", -2 }, { 2, 200, L"12.9", 12 },
+        { 2, 200, L"60000", 60000 }, { 2, 200, L"842", 842 }, { 3, 200, L"-3", 3 }, { 3, 200, L"150", 150 },
+        { 3, 600, L"200", 200 }, { 3, 50, L"200000", 200000 }, { 0, 2400, L"100", 100000 },
+    };
+    static const LPCWSTR dpis[] = { L"50", L"200", L"600", L"2400" };
+    std::vector<Act> acts = { { PAGE_SETUP, IDC_CUSTOM_PAPER, CLICK }, TO(e.bCustomPaper = 1) };
+    for (int i = 0, unit = 1, dpi = 200; i < (int)std::size(rows); i++) {
+        const auto &r = rows[i];
+        if (r.dpi != dpi)
+            acts.push_back({ PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, *std::find_if(dpis, dpis + 4, [&](LPCWSTR d) {
+                                 return _wtoi(d) == r.dpi; }) }),
+                acts.push_back([r](QLRDEVMODE &e) { e.iResolution = r.dpi,
+                    e.iCustomWidth = Clamp(e.iCustomWidth, e.iCustomUnit, r.dpi),
+                    e.iCustomHeight = Clamp(e.iCustomHeight, e.iCustomUnit, r.dpi); });
+        if (r.unit != unit)
+            acts.push_back({ PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, r.unit }), acts.push_back([r](QLRDEVMODE &e) { ToUnit(e, r.unit); });
+        acts.push_back({ PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, r.text });
+        if (r.read == -2)
+            acts.push_back({ PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, r.text });
+        else
+            acts.push_back([r](QLRDEVMODE &e) { e.iCustomWidth = Clamp(r.read, r.unit, r.dpi); });
+        unit = r.unit, dpi = r.dpi;
+    }
+    return acts.push_back(CANCEL), acts;
+}
+
+// Masks and the example name they give for a format; the date and the hour come from the clock.
+std::vector<Act> EveryMask()
+{
+    static std::deque<std::wstring> texts;
+    SYSTEMTIME t;
+    GetLocalTime(&t);
+    WCHAR now[32];
+    wsprintfW(now, L"%04d-%02d-%02d %02d-%02d-%04d %02d", t.wYear, t.wMonth, t.wDay, t.wMonth, t.wDay, t.wYear, t.wHour);
+    texts.push_back(now);
+    const struct { int format; LPCWSTR mask, example; } rows[] = {
+        { 2, L"plain name", L"plain name" }, { 2, L"a&b&&c", L"a&b&&c" }, { 2, L"x&[Nothing]y&[]z", L"xyz" },
+        { 2, L"&[docname]-&[PAGE]", L"example_document_name-01" }, { 2, L"before&[", L"before&[" },
+        { 2, L"&[Page]&[", L"01&[" }, { 2, L"&[&[Year]]", L"]" }, { 2, L"a&[Page]b&[Page]c", L"a01b01c" },
+        { 2, L"&[Year]-&[Month]-&[Day] &[Date] &[Hour]", texts.back().c_str() }, { 0, L"&[Type]", L"bmp" },
+        { 1, L"&[Type]", L"gif" }, { 3, L"&[Type]", L"tif" }, { 4, L"&[Type]", L"pcx" }, { 5, L"&[Type]", L"dcx" },
+    };
+    std::vector<Act> acts;
+    for (const auto &r : rows)
+        acts.push_back({ FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, r.format }),
+            acts.push_back({ OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, r.mask }),
+            acts.push_back({ OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, r.example });
+    return acts.push_back(CANCEL), acts;
+}
+
+// The open command of .dcx's class as the output page reads it (the program is the token holding the last dot),
+// with the test viewer found or nothing; then the class without a command.
+std::vector<Act> EveryCommand()
+{
+    static std::deque<std::wstring> texts;
+    const std::wstring quoted = L"\"" + g_viewer + L"\"", key = g_class + L"\\shell\\open\\command";
+    const struct { std::wstring command; bool found; } rows[] = {
+        { quoted + L" \"%1\"", true }, { g_viewer + L" %1", true }, { g_viewer + L" /opt=a.b %1", false },
+        { L"viewer %1", false }, { quoted + std::wstring(550, L'x'), false } };
+    std::vector<Act> acts = { { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" },
+                              { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" },
+                              { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"(c) test copyright" },
+                              { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, TO(e.bShowResult = 0),
+                              { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" } };
+    for (const auto &r : rows) {
+        texts.push_back(key + L"|" + r.command);
+        for (Act a : std::vector<Act>{ { OUTPUT_PAGE, 0, CLASSES, 0, texts.back().c_str() },
+                                       { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
+                                       { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, r.found ? L"Quillora test viewer" : L"" },
+                                       { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, r.found ? L"1.2.3.4" : L"" } })
+            acts.push_back(a);
+    }
+    texts.push_back(key);
+    for (Act a : std::vector<Act>{ { OUTPUT_PAGE, 0, CLASSES, 0, texts.back().c_str() }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
+                                   { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_APP_ICON, ICON, 1 },
+                                   { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"" }, CANCEL })
+        acts.push_back(a);
+    return acts;
+}
+
 
 // Every row of the paper list chosen in turn.
 std::vector<Act> EveryPaper()
@@ -583,11 +687,11 @@ const Script g_scripts[] = {
         { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"abcXYZ" }, { OUTPUT_PAGE, IDC_FILE_MASK, SELECT, MAKELONG(3, 6) },
         { OUTPUT_PAGE, IDC_MACRO, CLICK }, { MENU, 0, KEY, 0x0422 },
         { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"abctif" }, TO(lstrcpyW(e.szFileNameMask, L"abc&[Type]")), OK } },
-    { "the program associated with the format, found at full length", L"qlr A",
-      TO(e.iOutputFormat = 5, e.bUseCustomViewer = 1), CANCELLED | ASSOCIATED, {
-        { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" },
-        { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"(c) test copyright" }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
-        TO(e.bShowResult = 0), { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, CANCEL } },
+    { "the program associated with the format, found at full length and in every form of command", L"qlr A",
+      TO(e.iOutputFormat = 5, e.bUseCustomViewer = 1), CANCELLED | ASSOCIATED, EveryCommand() },
+    { "lengths typed in every unit, read and clamped at each resolution", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED,
+      EveryLength() },
+    { "masks and their example names", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryMask() },
     { "a type with no program shows the default icon and empty fields", L"qlr A",
       TO(e.iOutputFormat = 5, e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED, {
         { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_APP_ICON, ICON, 0 },

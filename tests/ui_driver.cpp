@@ -5,6 +5,7 @@
 #include <dlgs.h>
 #include <prsht.h>
 #include <algorithm>
+#include "files.h"
 
 namespace {
 
@@ -230,6 +231,13 @@ Played Play(HWND hDlg, const Step &s, size_t index)
     case ARROWS: return ArrowProbes(t, Ids(s.s), at);
     case SKIN: EXPECT_EQ(s.n != 0, Skinned(c)) << at << " skin"; break;
     case TIPS: EXPECT_EQ(text, Tips(t)) << at << " tool tips"; break;
+    case CLASSES:
+        if (text.find(L'|') == std::wstring::npos)
+            RegDeleteKeyW(HKEY_CLASSES_ROOT, s.s);
+        else
+            SetValue(HKEY_CLASSES_ROOT, text.substr(0, text.find(L'|')), REG_SZ, wcschr(s.s, L'|') + 1,
+                     (text.size() - text.find(L'|')) * sizeof(WCHAR));
+        break;
     case ICON:
         EXPECT_EQ(s.n != 0, SendMessageW(c, STM_GETICON, 0, 0) == (LRESULT)LoadIconW(NULL, IDI_APPLICATION)) << at << " icon";
         break;
