@@ -186,8 +186,8 @@ int PaperId(int row)
     return g_Papers[row].id;
 }
 
-POINT PaperSize(int row)
+POINT PaperSize(int row, bool raw)
 {
     const auto &p = g_Papers[row];
-    return p.mm ? POINT{ p.w * 10, p.h * 10 } : POINT{ MulDiv(p.w, 254, 1000), MulDiv(p.h, 254, 1000) };
+    return raw ? POINT{ p.w, p.h } : p.mm ? POINT{ p.w * 10, p.h * 10 } : POINT{ MulDiv(p.w, 254, 1000), MulDiv(p.h, 254, 1000) };
 }

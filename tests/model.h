@@ -33,9 +33,9 @@ std::string FirstDiff(const BYTE *got, const BYTE *want, size_t n);
 // A paper table row's name, and the size label the page-setup page shows for it.
 std::wstring PaperName(int row);
 std::wstring SizeLabel(int row);
-// A row's paper id, and its size in tenths of a millimetre.
+// A row's paper id, and its size in tenths of a millimetre or, raw, in the row's own unit.
 int PaperId(int row);
-POINT PaperSize(int row);
+POINT PaperSize(int row, bool raw = false);
 DWORD ExpectedCap(WORD cap, BYTE *out, int resolution, POINT currentPaper);
 
 #endif

@@ -194,6 +194,10 @@ std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts, boo
     text(PAGE_SETUP, IDC_CUSTOM_WIDTH, Length(e.iCustomWidth, e.iCustomUnit));
     text(PAGE_SETUP, IDC_CUSTOM_HEIGHT, Length(e.iCustomHeight, e.iCustomUnit));
     text(PAGE_SETUP, IDC_UNIT_LIST, units[e.iCustomUnit]), text(PAGE_SETUP, IDC_RESOLUTION, std::to_wstring(e.iResolution));
+    const POINT paper = custom ? POINT{ e.iCustomWidth, e.iCustomHeight } : PaperSize(e.iPaper, true);
+    texts->push_back(std::to_wstring(paper.x) + L" " + std::to_wstring(paper.y) + L" " + std::to_wstring(e.iOrientation) +
+                     L" " + std::to_wstring(e.bCropEdges));
+    is(PAGE_SETUP, IDC_PREVIEW, PREVIEW, 0), v.back().s = texts->back().c_str();
 
     skin(FORMAT_PAGE, { IDC_ABOUT });
     text(FORMAT_PAGE, IDC_FORMAT_LIST, formats[e.iOutputFormat]);

@@ -5,12 +5,11 @@
 
 #include <windows.h>
 #include <vector>
+#include "pictures.h"
 
 // The host's own control ids; the skin reads no id.
 enum { HOST_PUSH = 101, HOST_CHECK, HOST_RADIO, HOST_RADIO2, HOST_GROUP, HOST_GROUP2, HOST_PREVIEW, HOST_PLAIN };
 
-// The seven system colours the skin reads, and the two mixes expected of them.
-struct Scheme { const char *name; COLORREF face, shadow, dark, hilight, light, frame, halfShadow, halfDark, text; };
 extern const Scheme CLASSIC;
 void UseScheme(const Scheme &s);
 inline void UseClassicColours() { UseScheme(CLASSIC); }

@@ -3,51 +3,9 @@
 #include <gtest/gtest.h>
 #include "skin/skin.h"
 #include "skin_host.h"
-#include "capture.h"
+#include "pictures.h"
 
 namespace {
-
-// "" when the screen shows in the control what paint draws, else the first pixel that differs.
-std::string Compare(HWND c, const std::function<void(HDC, int, int)> &paint)
-{
-    std::vector<DWORD> got, want;
-    int w, h;
-    if (!CaptureWindow(c, FALSE, &got, &w, &h) || got.empty())
-        return "no picture of the control";
-    DrawToPixels(w, h, [&](HDC dc) { paint(dc, w, h); }, &want);
-    for (size_t i = 0; i < std::min(got.size(), want.size()); i++)
-        if ((got[i] ^ want[i]) & 0xFFFFFF) {
-            char text[80];
-            snprintf(text, sizeof(text), "first difference at (%d,%d): %06lx, want %06lx", int(i % w), int(i / w),
-                     got[i] & 0xFFFFFFul, want[i] & 0xFFFFFFul);
-            return text;
-        }
-    return "";
-}
-
-// Points x, y... joined by MoveToEx/LineTo or set as dots, optionally turned round in a 12-pixel square.
-void Stroke(HDC dc, COLORREF c, std::initializer_list<int> xy, bool turn = false, bool dots = false)
-{
-    HGDIOBJ old = SelectObject(dc, CreatePen(PS_SOLID, 1, c));
-    for (const int *p = xy.begin(); p < xy.end(); p += 2) {
-        int x = turn ? 11 - p[0] : p[0], y = turn ? 11 - p[1] : p[1];
-        dots ? (void)SetPixelV(dc, x, y, c) : p > xy.begin() ? (void)LineTo(dc, x, y) : (void)MoveToEx(dc, x, y, NULL);
-    }
-    DeleteObject(SelectObject(dc, old));
-}
-
-void Dots(HDC dc, COLORREF c, std::initializer_list<int> xy, bool turn = false) { Stroke(dc, c, xy, turn, true); }
-
-// A rounded rectangle in a pen and a brush; Fill: e 0, a rectangle all in one colour.
-void Round(HDC dc, COLORREF pen, COLORREF brush, int l, int t, int r, int b, int e)
-{
-    HGDIOBJ oldPen = SelectObject(dc, CreatePen(PS_SOLID, 1, pen));
-    HGDIOBJ oldBrush = SelectObject(dc, CreateSolidBrush(brush));
-    e ? RoundRect(dc, l, t, r, b, e, e) : PatBlt(dc, l, t, r - l, b - t, PATCOPY);
-    DeleteObject(SelectObject(dc, oldPen)), DeleteObject(SelectObject(dc, oldBrush));
-}
-
-void Fill(HDC dc, COLORREF c, int l, int t, int r, int b) { Round(dc, c, c, l, t, r, b, 0); }
 
 // Odd differences part ">> 1" from "/ 2": 201 + (-81 >> 1) = 160, 187 + (-87 >> 1) = 143, 150 + (-75 >> 1) = 112;
 // 120 + (-87 >> 1) = 76, 100 + (-89 >> 1) = 55, 75 + (-75 >> 1) = 37.  The light's blue, below 40, darkens to 0.
@@ -157,26 +115,6 @@ std::string Compare(HWND c, const Scheme &s, Look k)
             DrawFocusRect(dc, &f);
         SetViewportOrgEx(dc, radio, ((B - 12) >> 1) - 1, NULL);    // the mark's top left
         check ? CheckMark(dc, s, k) : radio ? RadioMark(dc, s, k) : (void)0;
-    });
-}
-
-std::string ComparePreview(HWND c, const Scheme &s, double W, double H, bool landscape, bool crop)
-{
-    return Compare(c, [&](HDC dc, int R, int B) {
-        Fill(dc, s.face, 0, 0, R, B);
-        const int aw = R - 10, ah = B - 10;
-        double scale = std::min(std::min(aw / W, ah / H), std::min(aw / H, ah / W));
-        int pw = int((landscape ? H : W) * scale), ph = int((landscape ? W : H) * scale);
-        int l = 5 + (aw - pw) / 2, t = 5 + (ah - ph) / 2, r = l + pw, b = t + ph;
-        Stroke(dc, s.shadow, { l + 1, b + 1, r + 1, b + 1, r + 1, t });
-        Stroke(dc, RGB(0, 0, 0), { l, t, r, t, r, b, l, b, l, t });
-        const int tl = l + 6, tt = t + 6, tw = r - 5 - tl, tb = b - 5;
-        Fill(dc, RGB(255, 255, 255), crop ? tl : l + 1, crop ? tt : t + 1, crop ? tl + MulDiv(tw, 70, 100) : r,
-             crop ? tt + std::min(tb - tt, 66) : b);    // cropped: only the block the text covers
-        static const int rows[] = { 70, 50, 30, 0, 70, 70, 60, 40, 0, 70, 50, 30, 0, 70, 70, 60, 40 };
-        for (int i = 0, y = tt + 1; i < 17 && y + 2 < tb; i++, y += 4)
-            for (int dy = -1; rows[i] && dy <= 0; dy++)
-                Stroke(dc, RGB(0, 0, 0), { tl, y + dy, tl + MulDiv(tw, rows[i], 100), y + dy });
     });
 }
 

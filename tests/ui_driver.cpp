@@ -6,6 +6,7 @@
 #include <prsht.h>
 #include <algorithm>
 #include "files.h"
+#include "pictures.h"
 
 namespace {
 
@@ -231,6 +232,14 @@ Played Play(HWND hDlg, const Step &s, size_t index)
     case ARROWS: return ArrowProbes(t, Ids(s.s), at);
     case SKIN: EXPECT_EQ(s.n != 0, Skinned(c)) << at << " skin"; break;
     case TIPS: EXPECT_EQ(text, Tips(t)) << at << " tool tips"; break;
+    case PREVIEW: {
+        int w = 0, h = 0, landscape = 0, crop = 0;
+        swscanf(s.s, L"%d %d %d %d", &w, &h, &landscape, &crop);
+        const Scheme now = { "", GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNSHADOW), 0, 0, 0, 0, 0, 0, 0 };
+        RedrawWindow(c, NULL, NULL, RDW_UPDATENOW);
+        EXPECT_EQ("", ComparePreview(c, now, w, h, landscape, crop)) << at << " preview " << text;
+        break;
+    }
     case CLASSES:
         if (text.find(L'|') == std::wstring::npos)
             RegDeleteKeyW(HKEY_CLASSES_ROOT, s.s);

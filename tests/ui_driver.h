@@ -22,8 +22,9 @@ enum Op {
     SKIN,                                                   // painted by the module (n 1) or the system (n 0)
     ICON,                                                   // the system's default application icon (n 1) or another
     TIPS,                                                   // the page's tool tips: s "id text|" for each, in order
-    CLASSES                                                 // s "key|value": that key of HKEY_CLASSES_ROOT given that
+    CLASSES,                                                // s "key|value": that key of HKEY_CLASSES_ROOT given that
                                                             // default value; s "key" alone: the key deleted
+    PREVIEW                                                 // the page preview shows s "width height landscape crop"
 };
 // n: index, check state, flag, key, sheet button or MAKELONG(start, end); s: text.
 // KEYS: s the keys, one a tick: letters and digits, "\r", "\t", "\x1b" and " "; n 1 holds Shift.
