@@ -872,6 +872,28 @@ int GdiObjects()
     return count;
 }
 
+// The kernel handles the process holds (keys, files, events...): GetProcessHandleCount answers 0 under Wine, so
+// the system's handle table is counted, 24-byte entries of owner process, type, flags, handle, object, access.
+int Handles()
+{
+    struct Entry { ULONG owner; UCHAR type, flags; USHORT handle; void *object; ULONG access; };
+    static_assert(sizeof(Entry) == 24, "the tests run as x64 programs");
+    DWORD n = 0;
+    if (GetProcessHandleCount(GetCurrentProcess(), &n) && n)
+        return (int)n;
+    auto query = (LONG(WINAPI *)(int, void *, ULONG, ULONG *))(void *)GetProcAddress(GetModuleHandleW(L"ntdll.dll"),
+                                                                                       "NtQuerySystemInformation");
+    std::vector<BYTE> table(1 << 16);
+    ULONG cb = 0;
+    while (query && query(16, table.data(), (ULONG)table.size(), &cb) == (LONG)0xC0000004)    // too small
+        table.resize(table.size() * 2);
+    const Entry *e = (const Entry *)(table.data() + 8);
+    int count = 0;
+    for (ULONG i = 0; query && i < *(ULONG *)table.data(); i++)
+        count += LOWORD(e[i].owner) == LOWORD(GetCurrentProcessId());
+    return count;
+}
+
 BOOL CALLBACK CountWindows(HWND hwnd, LPARAM lParam)
 {
     return ++*(int *)lParam, EnumChildWindows(hwnd, CountWindows, lParam), TRUE;
@@ -884,7 +906,8 @@ int ThreadWindows()
 }
 
 // Every page shown and painted, the output page with a program's icon and
-// version texts: twenty sheets later the process holds what it held.
+// version texts: twenty sheets later the process holds the GDI objects,
+// windows and handles it held.
 TEST_F(Sheet, SheetsGiveBackTheirObjectsAndWindows)
 {
     QLRDEVMODE dm = Defaults();
@@ -899,12 +922,14 @@ TEST_F(Sheet, SheetsGiveBackTheirObjectsAndWindows)
         DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, &out.dmPublic, NULL, DM_PROMPT | DM_OUT_BUFFER);
     };
     ASSERT_EQ(steps.size(), RunScript("first sheet", steps, open));     // the libraries' first-use objects
-    int gdi = GdiObjects(), windows = ThreadWindows();
+    int gdi = GdiObjects(), windows = ThreadWindows(), handles = Handles();
+    ASSERT_GT(handles, 0) << "no way to count handles here";
     ASSERT_GT(gdi, 0) << "no way to count GDI objects here";
     for (int i = 0; i < 20; i++)
         ASSERT_EQ(steps.size(), RunScript("later sheet", steps, open)) << "sheet " << i;
     EXPECT_EQ(gdi, GdiObjects());
     EXPECT_EQ(windows, ThreadWindows());
+    EXPECT_EQ(handles, Handles());
 }
 
 }  // namespace
