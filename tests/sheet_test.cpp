@@ -365,6 +365,41 @@ protected:
         return ::PrinterRecord(hPrinter, &record, NULL), record;
     }
 
+    // The steps to play, with a view of every control after each change while the sheet is open, and the
+    // record OK must then give.
+    static std::vector<Step> Plan(const Script &s, QLRDEVMODE *e, std::deque<std::wstring> *texts)
+    {
+        // Every page is created first, so that OK collects all three.
+        std::vector<Step> steps = { { OUTPUT_PAGE, 0, SHOWN, 1 }, { FORMAT_PAGE, 0, SHOWN, 1 },
+                                    { PAGE_SETUP, 0, SHOWN, 1 } };
+        bool open = !(s.flags & LAZY), collected = false;
+        if (!open)
+            steps.clear();
+        auto add = [&](const std::vector<Step> &v) { steps.insert(steps.end(), v.begin(), v.end()); };
+        for (const Act &a : s.acts) {
+            if (a.op == LISTED) {
+                add(Listed(a, texts));
+                continue;
+            }
+            if (a.change) {
+                a.change(*e);
+                if (open)
+                    add(View(*e, texts, false));
+                continue;
+            }
+            if (a.op == PRESS && a.n == PSBTN_OK) {
+                if (open && !(s.flags & BLIND))
+                    add(View(*e, texts, true));
+                Collected(*e, !(s.flags & NOT_SAVED)), collected = true;
+            }
+            open = open && a.op != PRESS && !(a.op == KEYS && a.where < SAVE && wcspbrk(a.s, L"\r\x1b"));
+            steps.push_back(a);
+        }
+        if (!collected)
+            Collected(*e, !(s.flags & NOT_SAVED));
+        return steps;
+    }
+
     void Run(const Script &s)
     {
         SCOPED_TRACE(s.name);
@@ -381,39 +416,8 @@ protected:
         std::vector<BYTE> printerBefore = PrinterRecord(), out(8192, 0xA5);
         LONG result = -100;
         QLRDEVMODE e = s.profile ? stored : Defaults(), now;
-        // Every page is created first, so that OK collects all three.
-        std::vector<Step> steps = { { OUTPUT_PAGE, 0, SHOWN, 1 }, { FORMAT_PAGE, 0, SHOWN, 1 },
-                                    { PAGE_SETUP, 0, SHOWN, 1 } };
-        bool open = !(s.flags & LAZY), collected = false;
-        if (!open)
-            steps.clear();
         std::deque<std::wstring> texts;
-        auto view = [&](bool skins) {
-            std::vector<Step> v = View(e, &texts, skins);
-            steps.insert(steps.end(), v.begin(), v.end());
-        };
-        for (const Act &a : s.acts) {
-            if (a.op == LISTED) {
-                std::vector<Step> v = Listed(a, &texts);
-                steps.insert(steps.end(), v.begin(), v.end());
-                continue;
-            }
-            if (a.change) {
-                a.change(e);
-                if (open)
-                    view(false);
-                continue;
-            }
-            if (a.op == PRESS && a.n == PSBTN_OK) {
-                if (open && !(s.flags & BLIND))
-                    view(true);
-                Collected(e, !(s.flags & NOT_SAVED)), collected = true;
-            }
-            open = open && a.op != PRESS && !(a.op == KEYS && a.where < SAVE && wcspbrk(a.s, L"\r\x1b"));
-            steps.push_back(a);
-        }
-        if (!collected)
-            Collected(e, !(s.flags & NOT_SAVED));
+        const std::vector<Step> steps = Plan(s, &e, &texts);
         size_t played = RunScript(s.name, steps, [&] {
             result = DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, (DEVMODEW *)out.data(), NULL,
                                          DM_PROMPT | DM_OUT_BUFFER);
