@@ -177,10 +177,12 @@ std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts, boo
     static const LPCWSTR units[] = { L"дюйм", L"мм", L"точек ", L"pixels" };
     static const LPCWSTR formats[] = { L"BMP Image", L"GIF Image", L"JPEG Image", L"TIFF Image", L"PCX Image",
                                        L"DCX Image" };
-    for (int page : { PAGE_SETUP, FORMAT_PAGE, OUTPUT_PAGE })
-        skin(page, { IDC_SAVE_PROFILE, IDC_PROFILE_MANAGER, IDC_RESTORE_PROFILE, IDC_HELP_BUTTON }),
-            is(page, IDC_RESTORE_PROFILE, SHOWN, 0);
+    auto row = [&](int page) {    // the profile row and Help: each page's first, so that a view turns pages twice
+        skin(page, { IDC_SAVE_PROFILE, IDC_PROFILE_MANAGER, IDC_RESTORE_PROFILE, IDC_HELP_BUTTON });
+        is(page, IDC_RESTORE_PROFILE, SHOWN, 0);
+    };
     const bool custom = e.bCustomPaper;
+    row(PAGE_SETUP);
     skin(PAGE_SETUP, { IDC_STANDARD_PAPER, IDC_CUSTOM_PAPER, IDC_PORTRAIT, IDC_LANDSCAPE, IDC_CROP, IDC_PREVIEW,
                        IDC_SIZE_GROUP, IDC_ORIENTATION_GROUP });
     for (int id : { IDC_PAPER_LIST, IDC_SIZE_LABEL })
@@ -199,7 +201,7 @@ std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts, boo
                      L" " + std::to_wstring(e.bCropEdges));
     is(PAGE_SETUP, IDC_PREVIEW, PREVIEW, 0), v.back().s = texts->back().c_str();
 
-    skin(FORMAT_PAGE, { IDC_ABOUT });
+    row(FORMAT_PAGE), skin(FORMAT_PAGE, { IDC_ABOUT });
     text(FORMAT_PAGE, IDC_FORMAT_LIST, formats[e.iOutputFormat]);
     for (int f = 0; f < 6; f++)
         is(P_BMP + f, 0, SHOWN, f == e.iOutputFormat);
@@ -246,7 +248,7 @@ std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts, boo
     box(P_DCX, IDC_MULTIPAGE, e.bDcxMultiPage);
 
     const bool show = e.bShowResult, chosen = show && e.bUseCustomViewer;
-    skin(OUTPUT_PAGE, { IDC_BROWSE_FOLDER, IDC_MACRO, IDC_BROWSE_VIEWER });
+    row(OUTPUT_PAGE), skin(OUTPUT_PAGE, { IDC_BROWSE_FOLDER, IDC_MACRO, IDC_BROWSE_VIEWER });
     box(OUTPUT_PAGE, IDC_SHOW_RESULT, show), box(OUTPUT_PAGE, IDC_DEFAULT_VIEWER, !e.bUseCustomViewer);
     box(OUTPUT_PAGE, IDC_CUSTOM_VIEWER, e.bUseCustomViewer);
     is(OUTPUT_PAGE, IDC_DEFAULT_VIEWER, ON, show), is(OUTPUT_PAGE, IDC_CUSTOM_VIEWER, ON, show);
