@@ -24,7 +24,7 @@ ctest --test-dir "$QLR_BUILD/x64" --output-on-failure "$@" || status=$?
 # imports only, and the black-box harnesses again, loading it by the path
 # QLR_MODULE names and through the printer reinstalled with it (Wine maps the
 # Unix root to drive Z:).  The sheet's scripts would take minutes more; its
-# other cases still open twenty sheets with every page shown and painted.  A
+# other cases still open ten sheets with every page shown and painted.  A
 # module that failed to load would leave a harness waiting on Wine's crash
 # dialog: the timeout ends it.
 exports() { x86_64-w64-mingw32-objdump -p "$1" | sed -n '/^\[Ordinal\/Name Pointer\] Table/,/^$/s/^\t\[ *[0-9]*\] //p'; }
