@@ -793,8 +793,9 @@ const Script g_scripts[] = {
     { "a change made before a page is first shown still counts at OK", L"qlr A", [](QLRDEVMODE &) {}, LAZY, {
         { PAGE_SETUP, IDC_CROP, CLICK }, TO(e.bCropEdges = 1), { OUTPUT_PAGE, 0, SHOWN, 1 }, OK,
         TO(e.dmPublic.dmBitsPerPel = 24) } },    // the format page never made
-    { "a stored JPEG subsampling outside 1, 2 and 4 becomes 1", L"qlr A", TO(e.iJpegSubsampling = 3), 0, {
-        TO(e.iJpegSubsampling = 1), { PAGE_SETUP, IDC_CROP, CLICK }, TO(e.bCropEdges = 1), OK } },
+    { "a stored JPEG subsampling outside 1, 2 and 4 becomes 1; a grey depth above 8 becomes 8", L"qlr A",
+      TO(e.iJpegSubsampling = 3, e.bJpegGrayscale = 1, e.iJpegBitsPerPixel = 9), 0, {
+        TO(e.iJpegSubsampling = 1, e.iJpegBitsPerPixel = 8), { PAGE_SETUP, IDC_CROP, CLICK }, TO(e.bCropEdges = 1), OK } },
     { "OK with nothing changed writes nothing", L"qlr A", [](QLRDEVMODE &) {}, NOT_SAVED, {
         OK, TO(e.dmPublic = Defaults().dmPublic, e.m_bProfiled = 1) } },
     { "About box; quality typed 0 and 150; a stored 32-bit JPEG; a format past the list", L"qlr A",
