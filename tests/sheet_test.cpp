@@ -641,9 +641,10 @@ const Script g_scripts[] = {
         { P_TIFF, IDC_COMPRESSION_JPEG, CLICK }, TO(e.iTiffCompression = 5),
         { P_TIFF, IDC_QUALITY, SET, 0, L"42" }, { P_TIFF, IDC_MULTIPAGE, CLICK },
         TO(e.iTiffQuality = 42, e.bTiffMultiPage = 0), OK } },
-    { "TIFF at 1 bit shows JPEG compression as CCITT 4", L"qlr A",
+    { "TIFF at 1 bit shows JPEG compression as CCITT 4; dithering ticked outlives a depth chosen again", L"qlr A",
       TO(e.iOutputFormat = 3, e.iTiffBitsPerPixel = 1, e.iTiffCompression = 5), 0, {
-        TO(e.iTiffCompression = 3), { P_TIFF, IDC_DEPTH_1, CLICK }, OK } },
+        TO(e.iTiffCompression = 3), { P_TIFF, IDC_DITHER, CLICK }, { P_TIFF, IDC_DEPTH_1, CLICK }, TO(e.bTiffDither = 1),
+        OK } },
     { "PCX: unknown depth shows 24, greyscale refreshes the depth", L"qlr A",
       TO(e.iOutputFormat = 4, e.iPcxBitsPerPixel = 16, e.bPcxDither = 1), 0, {
         TO(e.iPcxBitsPerPixel = 24, e.bPcxDither = 0),
@@ -793,9 +794,13 @@ const Script g_scripts[] = {
     { "a change made before a page is first shown still counts at OK", L"qlr A", [](QLRDEVMODE &) {}, LAZY, {
         { PAGE_SETUP, IDC_CROP, CLICK }, TO(e.bCropEdges = 1), { OUTPUT_PAGE, 0, SHOWN, 1 }, OK,
         TO(e.dmPublic.dmBitsPerPel = 24) } },    // the format page never made
-    { "a stored JPEG subsampling outside 1, 2 and 4 becomes 1; a grey depth above 8 becomes 8", L"qlr A",
-      TO(e.iJpegSubsampling = 3, e.bJpegGrayscale = 1, e.iJpegBitsPerPixel = 9), 0, {
-        TO(e.iJpegSubsampling = 1, e.iJpegBitsPerPixel = 8), { PAGE_SETUP, IDC_CROP, CLICK }, TO(e.bCropEdges = 1), OK } },
+    { "stored values the panels cannot show: a JPEG subsampling outside 1, 2 and 4, a grey JPEG depth above 8, "
+      "CCITT compression above 1 bit", L"qlr A", TO(e.iJpegSubsampling = 3, e.bJpegGrayscale = 1, e.iJpegBitsPerPixel = 9,
+                                                    e.iTiffBitsPerPixel = 8, e.iTiffCompression = 3), 0, {
+        TO(e.iJpegSubsampling = 1, e.iJpegBitsPerPixel = 8, e.iTiffCompression = 4), { PAGE_SETUP, IDC_CROP, CLICK },
+        TO(e.bCropEdges = 1), OK } },
+    { "the manager with no profiles: only import works", NULL, NULL, CANCELLED, {
+        { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK }, { MANAGER, 0, LISTED, -1, L"" }, { MANAGER, IDCANCEL, CLICK }, CANCEL } },
     { "OK with nothing changed writes nothing", L"qlr A", [](QLRDEVMODE &) {}, NOT_SAVED, {
         OK, TO(e.dmPublic = Defaults().dmPublic, e.m_bProfiled = 1) } },
     { "About box; quality typed 0 and 150; a stored 32-bit JPEG; a format past the list", L"qlr A",
