@@ -68,3 +68,19 @@ std::string ComparePreview(HWND c, const Scheme &s, double W, double H, bool lan
     });
 }
 
+// GetGuiResources answers 0 under Wine; the process's GDI handle table, which
+// the x64 PEB points at (offset 0xF8), is counted instead: 24-byte entries of
+// object, owner (process id in the low word), unique, type, flags, user.
+int GdiObjects()
+{
+    struct Entry { UINT64 object; ULONG owner; USHORT unique; UCHAR type, flags; UINT64 user; };
+    static_assert(sizeof(Entry) == 24, "the tests run as x64 programs");
+    if (DWORD n = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
+        return (int)n;
+    auto peb = (BYTE *(WINAPI *)(void))(void *)GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetCurrentPeb");
+    const Entry *table = peb ? *(const Entry *const *)(peb() + 0xF8) : NULL;
+    int count = 0;
+    for (int i = 0; table && i < 0x10000; i++)
+        count += table[i].type && (!LOWORD(table[i].owner) || LOWORD(table[i].owner) == GetCurrentProcessId());
+    return count;
+}

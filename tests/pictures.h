@@ -22,4 +22,7 @@ void Fill(HDC dc, COLORREF c, int l, int t, int r, int b);
 // The page preview of a W x H paper (any unit: only the ratio counts), turned for landscape, cropped or not.
 std::string ComparePreview(HWND c, const Scheme &s, double W, double H, bool landscape, bool crop);
 
+// The GDI objects the process holds.
+int GdiObjects();
+
 #endif

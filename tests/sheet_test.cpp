@@ -15,6 +15,7 @@
 #include "driver.h"
 #include "files.h"
 #include "model.h"
+#include "pictures.h"
 #include "record.h"
 #include "res/resource.h"
 #include "ui_driver.h"
@@ -877,23 +878,6 @@ std::string ScriptName(const ::testing::TestParamInfo<size_t> &info)
 
 INSTANTIATE_TEST_SUITE_P(Scripts, SheetScripts, ::testing::Range<size_t>(0, std::size(g_scripts)),
                          ScriptName);
-
-// GetGuiResources answers 0 under Wine; the process's GDI handle table, which
-// the x64 PEB points at (offset 0xF8), is counted instead: 24-byte entries of
-// object, owner (process id in the low word), unique, type, flags, user.
-int GdiObjects()
-{
-    struct Entry { UINT64 object; ULONG owner; USHORT unique; UCHAR type, flags; UINT64 user; };
-    static_assert(sizeof(Entry) == 24, "the tests run as x64 programs");
-    if (DWORD n = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
-        return (int)n;
-    auto peb = (BYTE *(WINAPI *)(void))(void *)GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetCurrentPeb");
-    const Entry *table = peb ? *(const Entry *const *)(peb() + 0xF8) : NULL;
-    int count = 0;
-    for (int i = 0; table && i < 0x10000; i++)
-        count += table[i].type && (!LOWORD(table[i].owner) || LOWORD(table[i].owner) == GetCurrentProcessId());
-    return count;
-}
 
 // The kernel handles the process holds (keys, files, events...): GetProcessHandleCount answers 0 under Wine, so
 // the system's handle table is counted, 24-byte entries of owner process, type, flags, handle, object, access.
