@@ -734,11 +734,14 @@ const Script g_scripts[] = {
       TO(lstrcpyW(e.szComments, L"first")), WITH_B, {
         { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
         { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"first" },
-        { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"other" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"   " }, { SAVE, IDOK, CLICK },
+        { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"other" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"   " },
+        { SAVE, IDC_PROFILE_COMMENT, GO }, { SAVE, IDOK, CLICK },
         { BOX, 0xFFFF, TEXT, 0, L"Вы должны определить имя профиля       " }, { BOX, 0, TEXT, 0, L"Error" },
-        { BOX, IDOK, CLICK }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"QLR b" }, { SAVE, IDOK, CLICK },
+        { BOX, IDOK, CLICK }, { SAVE, IDC_PROFILE_NAME, FOCUS }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"QLR b" },
+        { SAVE, IDC_PROFILE_COMMENT, GO }, { SAVE, IDOK, CLICK },
         { BOX, 0xFFFF, TEXT, 0, L"Профиль с таким именем существует.\nВы хотите заменить его?           " },
-        { BOX, 0, TEXT, 0, L"Add profile..." }, { BOX, IDNO, CLICK }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"\\qlr bad" },
+        { BOX, 0, TEXT, 0, L"Add profile..." }, { BOX, IDNO, CLICK }, { SAVE, IDC_PROFILE_NAME, FOCUS },
+        { SAVE, IDC_PROFILE_NAME, SET, 0, L"\\qlr bad" },
         { SAVE, IDOK, CLICK }, { BOX, 0xFFFF, TEXT, 0, L"Ошибка сохранения профиля!            " },
         { BOX, 0, TEXT, 0, L"Error" }, { BOX, IDOK, CLICK }, { SAVE, IDCANCEL, CLICK },
         { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"qlr A" }, { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
@@ -796,9 +799,11 @@ const Script g_scripts[] = {
         { PAGE_SETUP, IDC_CROP, CLICK }, TO(e.bCropEdges = 1), { OUTPUT_PAGE, 0, SHOWN, 1 }, OK,
         TO(e.dmPublic.dmBitsPerPel = 24) } },    // the format page never made
     { "stored values the panels cannot show: a JPEG subsampling outside 1, 2 and 4, a grey JPEG depth above 8, "
-      "CCITT compression above 1 bit", L"qlr A", TO(e.iJpegSubsampling = 3, e.bJpegGrayscale = 1, e.iJpegBitsPerPixel = 9,
-                                                    e.iTiffBitsPerPixel = 8, e.iTiffCompression = 3), 0, {
-        TO(e.iJpegSubsampling = 1, e.iJpegBitsPerPixel = 8, e.iTiffCompression = 4), { PAGE_SETUP, IDC_CROP, CLICK },
+      "CCITT compression above 1 bit, a grey PCX depth above 8", L"qlr A",
+      TO(e.iJpegSubsampling = 3, e.bJpegGrayscale = 1, e.iJpegBitsPerPixel = 9, e.iTiffBitsPerPixel = 8,
+         e.iTiffCompression = 3, e.bPcxGrayscale = 1, e.iPcxBitsPerPixel = 9), 0, {
+        TO(e.iJpegSubsampling = 1, e.iJpegBitsPerPixel = 8, e.iTiffCompression = 4, e.iPcxBitsPerPixel = 8),
+        { PAGE_SETUP, IDC_CROP, CLICK },
         TO(e.bCropEdges = 1), OK } },
     { "the manager with no profiles: only import works", NULL, NULL, CANCELLED, {
         { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK }, { MANAGER, 0, LISTED, -1, L"" }, { MANAGER, IDCANCEL, CLICK }, CANCEL } },
