@@ -292,8 +292,9 @@ std::vector<Step> Listed(const Step &a, std::deque<std::wstring> *texts)
 
 // LAZY: no page opened ahead, so no view of them either; BLIND: just before OK a page shows what no record holds.
 // HELP: the help control's registration points at a recorder, whose addresses (after the file) must be these.
-// BROKEN_B: a profile "qlr B" whose record is cut short.
-enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64, BROKEN_B = 128 };
+// BROKEN_B: a profile "qlr B" whose record is cut short; NO_KEY: no profile key at all, as before the first save.
+enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64, BROKEN_B = 128,
+       NO_KEY = 256 };
 // The addresses the recorder was asked to show (HH_DISPLAY_TOPIC), each with the folder of the module that asked
 // (the spooler's copy) cut off: every one must name the help file beside it.
 std::wstring HelpTopics()
@@ -419,6 +420,8 @@ protected:
         if (s.flags & (WITH_B | BROKEN_B))
             SetValue(HKEY_CURRENT_USER, PROFILES_KEY L"\\qlr B", REG_BINARY, &second, s.flags & WITH_B ? sizeof(second) : 100);
         SetCurrentName(s.profile ? s.profile : L"");
+        if (s.flags & NO_KEY)
+            RegDeleteKeyW(HKEY_CURRENT_USER, PROFILES_KEY);
         Associate(s.flags & ASSOCIATED);
         const std::wstring help = s.flags & HELP ? SetHelpControl(Beside(L"fakehh.dll")) : L"";
         std::vector<BYTE> printerBefore = PrinterRecord(), out(8192, 0xA5);
@@ -610,7 +613,7 @@ std::vector<Act> EveryPaper()
 const Script g_scripts[] = {
     { "every paper and its size label", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryPaper() },
     { "each page's tool tips", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryTip() },
-    { "factory settings, a change, OK asks for a name", NULL, NULL, 0, {
+    { "no profile stored yet: factory settings, a change, OK asks for a name", NULL, NULL, NO_KEY, {
         LOOK, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" },
         { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, TO(e.iOrientation = 1),
         { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>*" }, OK,
