@@ -888,11 +888,11 @@ INSTANTIATE_TEST_SUITE_P(Scripts, SheetScripts, ::testing::Range<size_t>(0, std:
                          ScriptName);
 
 // The kernel handles the process holds (keys, files, events...): GetProcessHandleCount answers 0 under Wine, so
-// the system's handle table is counted, 24-byte entries of owner process, type, flags, handle, object, access.
+// the system's handle table is counted, entries of owner process, type, flags, handle, object, access.
 int Handles()
 {
     struct Entry { ULONG owner; UCHAR type, flags; USHORT handle; void *object; ULONG access; };
-    static_assert(sizeof(Entry) == 24, "the tests run as x64 programs");
+    static_assert(sizeof(Entry) == 8 + 2 * sizeof(void *), "the system's layout");
     DWORD n = 0;
     if (GetProcessHandleCount(GetCurrentProcess(), &n) && n)
         return (int)n;
@@ -902,7 +902,7 @@ int Handles()
     ULONG cb = 0;
     while (query && query(16, table.data(), (ULONG)table.size(), &cb) == (LONG)0xC0000004)    // too small
         table.resize(table.size() * 2);
-    const Entry *e = (const Entry *)(table.data() + 8);
+    const Entry *e = (const Entry *)(table.data() + sizeof(void *));    // after the count, aligned
     int count = 0;
     for (ULONG i = 0; query && i < *(ULONG *)table.data(); i++)
         count += LOWORD(e[i].owner) == LOWORD(GetCurrentProcessId());
