@@ -42,10 +42,8 @@ HWND Target(HWND hDlg, int where)
     if (where >= SAVE)
         return hDlg;
     int index = where >= P_BMP ? FORMAT_PAGE : where;
-    if (PropSheet_GetCurrentPageHwnd(g_sheet) != (HWND)SendMessageW(g_sheet, PSM_INDEXTOHWND, index, 0)) {
-        SendMessageW(g_sheet, PSM_SETCURSEL, index, 0);
-        RedrawWindow(g_sheet, NULL, NULL, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    }
+    if (PropSheet_GetCurrentPageHwnd(g_sheet) != (HWND)SendMessageW(g_sheet, PSM_INDEXTOHWND, index, 0))
+        SendMessageW(g_sheet, PSM_SETCURSEL, index, 0);    // it paints when the loop gets to it, as after a click
     HWND hPage = PropSheet_GetCurrentPageHwnd(g_sheet), hPanel = NULL;
     for (int i = P_BMP; where >= P_BMP && i <= where; i++)
         hPanel = FindWindowExW(hPage, hPanel, L"#32770", NULL);
