@@ -518,18 +518,22 @@ std::vector<Act> EveryLength()
         { 2, 200, L"60000", 60000 }, { 2, 200, L"842", 842 }, { 3, 200, L"-3", 3 }, { 3, 200, L"150", 150 },
         { 3, 600, L"200", 200 }, { 3, 50, L"200000", 200000 }, { 0, 2400, L"100", 100000 },
     };
-    static const LPCWSTR dpis[] = { L"50", L"200", L"600", L"2400" };
+    static std::deque<std::wstring> dpis;
     std::vector<Act> acts = { { PAGE_SETUP, IDC_CUSTOM_PAPER, CLICK }, TO(e.bCustomPaper = 1) };
-    for (int i = 0, unit = 1, dpi = 200; i < (int)std::size(rows); i++) {
-        const auto &r = rows[i];
-        if (r.dpi != dpi)
-            acts.push_back({ PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, *std::find_if(dpis, dpis + 4, [&](LPCWSTR d) {
-                                 return _wtoi(d) == r.dpi; }) }),
-                acts.push_back([r](QLRDEVMODE &e) { e.iResolution = r.dpi,
-                    e.iCustomWidth = Clamp(e.iCustomWidth, e.iCustomUnit, r.dpi),
-                    e.iCustomHeight = Clamp(e.iCustomHeight, e.iCustomUnit, r.dpi); });
-        if (r.unit != unit)
-            acts.push_back({ PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, r.unit }), acts.push_back([r](QLRDEVMODE &e) { ToUnit(e, r.unit); });
+    int unit = 1, dpi = 200;
+    for (const auto &r : rows) {
+        if (r.dpi != dpi) {
+            dpis.push_back(std::to_wstring(r.dpi));
+            acts.push_back({ PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, dpis.back().c_str() });
+            acts.push_back([r](QLRDEVMODE &e) {    // the limits move with the resolution, the unit stays
+                e.iResolution = r.dpi, e.iCustomWidth = Clamp(e.iCustomWidth, e.iCustomUnit, r.dpi);
+                e.iCustomHeight = Clamp(e.iCustomHeight, e.iCustomUnit, r.dpi);
+            });
+        }
+        if (r.unit != unit) {
+            acts.push_back({ PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, r.unit });
+            acts.push_back([r](QLRDEVMODE &e) { ToUnit(e, r.unit); });
+        }
         acts.push_back({ PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, r.text });
         if (r.read == -2)
             acts.push_back({ PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, r.text });
@@ -546,9 +550,8 @@ std::vector<Act> EveryMask()
     static std::deque<std::wstring> texts;
     SYSTEMTIME t;
     GetLocalTime(&t);
-    WCHAR now[32];
-    wsprintfW(now, L"%04d-%02d-%02d %02d-%02d-%04d %02d", t.wYear, t.wMonth, t.wDay, t.wMonth, t.wDay, t.wYear, t.wHour);
-    texts.push_back(now);
+    texts.push_back(g_date.substr(6) + L"-" + g_date.substr(0, 5) + L" " + g_date + L" " +
+                    std::to_wstring(t.wHour + 100).substr(1));    // g_date is month-day-year
     const struct { int format; LPCWSTR mask, example; } rows[] = {
         { 2, L"plain name", L"plain name" }, { 2, L"a&b&&c", L"a&b&&c" }, { 2, L"x&[Nothing]y&[]z", L"xyz" },
         { 2, L"&[docname]-&[PAGE]", L"example_document_name-01" }, { 2, L"before&[", L"before&[" },
@@ -580,20 +583,17 @@ std::vector<Act> EveryCommand()
                               { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" } };
     for (const auto &r : rows) {
         texts.push_back(key + L"|" + r.command);
-        for (Act a : std::vector<Act>{ { OUTPUT_PAGE, 0, CLASSES, 0, texts.back().c_str() },
-                                       { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
-                                       { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, r.found ? L"Quillora test viewer" : L"" },
-                                       { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, r.found ? L"1.2.3.4" : L"" } })
-            acts.push_back(a);
+        acts.insert(acts.end(), { { OUTPUT_PAGE, 0, CLASSES, 0, texts.back().c_str() },
+                                  { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
+                                  { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, r.found ? L"Quillora test viewer" : L"" },
+                                  { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, r.found ? L"1.2.3.4" : L"" } });
     }
     texts.push_back(key);
-    for (Act a : std::vector<Act>{ { OUTPUT_PAGE, 0, CLASSES, 0, texts.back().c_str() }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
-                                   { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_APP_ICON, ICON, 1 },
-                                   { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"" }, CANCEL })
-        acts.push_back(a);
+    acts.insert(acts.end(), { { OUTPUT_PAGE, 0, CLASSES, 0, texts.back().c_str() }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
+                              { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_APP_ICON, ICON, 1 },
+                              { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"" }, CANCEL });
     return acts;
 }
-
 
 // Every row of the paper list chosen in turn: its name, its size label and the preview's shape.
 std::vector<Act> EveryPaper()
