@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 #include <stddef.h>
 #include <algorithm>
-#include <deque>
 #include <functional>
 #include <type_traits>
 #include <windows.h>
@@ -174,13 +173,11 @@ std::wstring Preview(POINT paper, int landscape, int crop)
 // Every control of the three pages and the six panels as the record says they show it: texts,
 // checks, enabling, visibility, and which are painted by the module.  Read from the pages'
 // tables: the control ids, each depth radio's value, and the rules that enable each control.
-std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts, bool skins)
+std::vector<Step> View(const QLRDEVMODE &e, bool skins)
 {
     std::vector<Step> v;
     auto is = [&](int where, int id, int op, int n) { v.push_back({ where, id, op, n }); };
-    auto text = [&](int where, int id, const std::wstring &t) {
-        texts->push_back(t), v.push_back({ where, id, TEXT, 0, texts->back().c_str() });
-    };
+    auto text = [&](int where, int id, const std::wstring &t) { v.push_back({ where, id, TEXT, 0, t }); };
     auto skin = [&](int where, std::initializer_list<int> ids) { for (int id : ids) skins ? is(where, id, SKIN, 1) : (void)0; };
     static const LPCWSTR units[] = { L"дюйм", L"мм", L"точек ", L"pixels" };
     static const LPCWSTR formats[] = { L"BMP Image", L"GIF Image", L"JPEG Image", L"TIFF Image", L"PCX Image",
@@ -271,19 +268,16 @@ std::vector<Step> View(const QLRDEVMODE &e, std::deque<std::wstring> *texts, boo
 // The profile manager as a step LISTED shows it: n the selected entry (-1 none), s the entries in order, each
 // ended by "|", then the selected profile's comment.  The editing group works only while there are entries.
 enum { LISTED = 100 };
-std::vector<Step> Listed(const Step &a, std::deque<std::wstring> *texts)
+std::vector<Step> Listed(const Step &a)
 {
-    std::wstring all = a.s;
+    const std::wstring &all = a.s;
     std::vector<Step> v;
-    auto text = [&](int id, int op, int n, const std::wstring &t) {
-        texts->push_back(t), v.push_back({ MANAGER, id, op, n, texts->back().c_str() });
-    };
     int n = 0;
     for (size_t at = 0, bar; (bar = all.find(L'|', at)) != std::wstring::npos; at = bar + 1, n++)
-        text(IDC_PROFILE_LIST, ITEM, n, all.substr(at, bar - at));
+        v.push_back({ MANAGER, IDC_PROFILE_LIST, ITEM, n, all.substr(at, bar - at) });
     const bool some = n > 0;
-    text(IDC_PROFILE_NAME, TEXT, 0, a.n < 0 || a.n >= n ? L"" : texts->at(texts->size() - n + a.n));
-    text(IDC_PROFILE_COMMENT, TEXT, 0, all.substr(all.rfind(L'|') + 1));
+    v.push_back({ MANAGER, IDC_PROFILE_NAME, TEXT, 0, a.n < 0 || a.n >= n ? L"" : v[a.n].s });
+    v.push_back({ MANAGER, IDC_PROFILE_COMMENT, TEXT, 0, all.substr(all.rfind(L'|') + 1) });
     for (int id : { IDC_DELETE_PROFILE, IDC_PROFILE_NAME, IDC_PROFILE_COMMENT, IDC_EXPORT_PROFILE, IDC_IMPORT_PROFILE })
         v.push_back({ MANAGER, id, ON, some || id == IDC_IMPORT_PROFILE });
     v.push_back({ MANAGER, IDC_PROFILE_LIST, COUNT, n }), v.push_back({ MANAGER, IDC_PROFILE_LIST, SEL, a.n });
@@ -295,19 +289,18 @@ std::vector<Step> Listed(const Step &a, std::deque<std::wstring> *texts)
 // BROKEN_B: a profile "qlr B" whose record is cut short; NO_KEY: no profile key at all, as before the first save.
 enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64, BROKEN_B = 128,
        NO_KEY = 256 };
-// The addresses the recorder was asked to show (HH_DISPLAY_TOPIC), each with the folder of the module that asked
-// (the spooler's copy) cut off: every one must name the help file beside it.
+// The addresses the recorder was asked to show (HH_DISPLAY_TOPIC), with the help file beside the module that
+// asked (the spooler's copy) taken out: an address naming any other file keeps its whole path.
 std::wstring HelpTopics()
 {
     HMODULE fake = GetModuleHandleW(L"fakehh.dll");
     WCHAR module[MAX_PATH] = L"";
     GetModuleFileNameW(GetModuleHandleW(L"QLRDRVUI.DLL"), module, MAX_PATH);
-    const std::wstring all = fake ? ((LPCWSTR(WINAPI *)())(void *)GetProcAddress(fake, MAKEINTRESOURCEA(2)))() : L"",
-                       file = std::wstring(module, wcsrchr(module, L'\\') + 1) + L"qlrhlp.chm";
-    std::wstring topics;
-    for (size_t at = 0; all.find(L'|', at) != std::wstring::npos; at = all.find(L'|', at) + 1)
-        topics += all.compare(at, file.size(), file) ? L"?" : all.substr(at + file.size(), all.find(L'|', at) + 1 - at - file.size());
-    return topics;
+    std::wstring all = fake ? ((LPCWSTR(WINAPI *)())(void *)GetProcAddress(fake, MAKEINTRESOURCEA(2)))() : L"";
+    const std::wstring file = std::wstring(module, wcsrchr(module, L'\\') + 1) + L"qlrhlp.chm";
+    for (size_t at; (at = all.find(file)) != std::wstring::npos;)
+        all.erase(at, file.size());
+    return all;
 }
 
 // A step of a script, or a change of the record the pages hold at that point.  While the sheet is open each
@@ -316,7 +309,7 @@ std::wstring HelpTopics()
 typedef std::function<void(QLRDEVMODE &)> Change;
 struct Act : Step {
     Change change;
-    Act(int where, int id, int op, int n = 0, LPCWSTR s = nullptr) : Step{ where, id, op, n, s } {}
+    Act(int where, int id, int op, int n = 0, const std::wstring &s = L"") : Step{ where, id, op, n, s } {}
     template <class F, class = std::enable_if_t<std::is_invocable_v<F, QLRDEVMODE &>>>
     Act(F f) : change(f) {}
 };
@@ -376,7 +369,7 @@ protected:
 
     // The steps to play, with a view of every control after each change while the sheet is open, and the
     // record OK must then give.
-    static std::vector<Step> Plan(const Script &s, QLRDEVMODE *e, std::deque<std::wstring> *texts)
+    static std::vector<Step> Plan(const Script &s, QLRDEVMODE *e)
     {
         // Every page is created first, so that OK collects all three.
         std::vector<Step> steps = { { OUTPUT_PAGE, 0, SHOWN, 1 }, { FORMAT_PAGE, 0, SHOWN, 1 },
@@ -387,21 +380,21 @@ protected:
         auto add = [&](const std::vector<Step> &v) { steps.insert(steps.end(), v.begin(), v.end()); };
         for (const Act &a : s.acts) {
             if (a.op == LISTED) {
-                add(Listed(a, texts));
+                add(Listed(a));
                 continue;
             }
             if (a.change) {
                 a.change(*e);
                 if (open)
-                    add(View(*e, texts, false));
+                    add(View(*e, false));
                 continue;
             }
             if (a.op == PRESS && a.n == PSBTN_OK) {
                 if (open && !(s.flags & BLIND))
-                    add(View(*e, texts, true));
+                    add(View(*e, true));
                 Collected(*e, !(s.flags & NOT_SAVED)), collected = true;
             }
-            open = open && a.op != PRESS && !(a.op == KEYS && a.where < SAVE && wcspbrk(a.s, L"\r\x1b"));
+            open = open && a.op != PRESS && !(a.op == KEYS && a.where < SAVE && a.s.find_first_of(L"\r\x1b") != std::wstring::npos);
             steps.push_back(a);
         }
         if (!collected)
@@ -413,7 +406,7 @@ protected:
     {
         SCOPED_TRACE(s.name);
         Clean();
-        QLRDEVMODE stored = Defaults(), second = Second();
+        QLRDEVMODE stored = Defaults(), second = Second(), now;
         stored.m_bProfiled = TRUE;
         if (s.profile)
             s.stored(stored), StoreProfile(s.profile, stored);
@@ -424,45 +417,36 @@ protected:
             RegDeleteKeyW(HKEY_CURRENT_USER, PROFILES_KEY);
         Associate(s.flags & ASSOCIATED);
         const std::wstring help = s.flags & HELP ? SetHelpControl(Beside(L"fakehh.dll")) : L"";
-        std::vector<BYTE> printerBefore = PrinterRecord(), out(8192, 0xA5);
+        std::vector<BYTE> before = PrinterRecord(), out(8192, 0xA5);
+        QLRDEVMODE e = s.profile ? stored : Defaults();
+        const std::vector<Step> steps = Plan(s, &e);
         LONG result = -100;
-        QLRDEVMODE e = s.profile ? stored : Defaults(), now;
-        std::deque<std::wstring> texts;
-        const std::vector<Step> steps = Plan(s, &e, &texts);
-        size_t played = RunScript(s.name, steps, [&] {
+        EXPECT_EQ(steps.size(), RunScript(s.name, steps, [&] {
             result = DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, (DEVMODEW *)out.data(), NULL,
                                          DM_PROMPT | DM_OUT_BUFFER);
-        });
-        EXPECT_EQ(steps.size(), played) << "the script stopped at this step";
+        })) << "the script stopped at this step";
         if (s.flags & HELP) {
             SetHelpControl(help);
             EXPECT_EQ(L"::/set_paper.htm>main|::/set_advanced.htm>main|::/set_finish.htm>main|::/prof_add.htm>main|"
                       L"::/prof_edit.htm>main|", HelpTopics());
         }
-        for (size_t i = (s.flags & CANCELLED) ? 220 : QLR_RECORD_SIZE; i < out.size(); i++)
+        // Cancelled: only the public part may be written, the printer's default and the profile stay.
+        const bool ok = !(s.flags & CANCELLED), saved = ok && !(s.flags & NOT_SAVED);
+        EXPECT_EQ(ok, result == IDOK) << result;
+        for (size_t i = ok ? QLR_RECORD_SIZE : 220; i < out.size(); i++)
             ASSERT_EQ(0xA5, out[i]) << "output written at byte " << i;
-        if (s.flags & CANCELLED) {
-            EXPECT_NE(IDOK, result);
-            std::vector<BYTE> printerAfter = PrinterRecord();
-            ASSERT_EQ(printerBefore.size(), printerAfter.size());
-            EXPECT_EQ("", Differs(printerAfter.data(), *(QLRDEVMODE *)printerBefore.data())) << "printer's default";
-            EXPECT_EQ(s.profile ? s.profile : L"", CurrentName());
-            EXPECT_TRUE(!s.profile || (LoadProfile(s.profile, &now) && !memcmp(&now, &stored, sizeof(now))));
-            return;
-        }
-        EXPECT_EQ(IDOK, result);
-        EXPECT_EQ("", Differs(out.data(), e)) << "output record";
-        EXPECT_EQ(s.after ? s.after : s.profile, CurrentName());
+        EXPECT_EQ("", ok ? Differs(out.data(), e) : "") << "output record";
         std::vector<BYTE> printer = PrinterRecord();
+        ASSERT_EQ(before.size(), printer.size());
         ASSERT_EQ((size_t)QLR_RECORD_SIZE, printer.size());
-        if (!(e.dmPublic.dmFields & DM_FORMNAME))      // the spooler keeps no form name without its bit
+        if (saved && !(e.dmPublic.dmFields & DM_FORMNAME))      // the spooler keeps no form name without its bit
             memcpy(printer.data() + offsetof(DEVMODEW, dmFormName), e.dmPublic.dmFormName, CCHFORMNAME * 2);
-        EXPECT_EQ("", Differs(printer.data(), s.flags & NOT_SAVED ? *(QLRDEVMODE *)printerBefore.data() : e))
-            << "printer's default";
-        if (s.flags & NOT_SAVED)
-            return;
-        ASSERT_TRUE(LoadProfile(CurrentName().c_str(), &now));
-        EXPECT_EQ("", Differs(&now, e)) << "stored profile";
+        EXPECT_EQ("", Differs(printer.data(), saved ? e : *(QLRDEVMODE *)before.data())) << "printer's default";
+        EXPECT_EQ(ok && s.after ? s.after : s.profile ? s.profile : L"", CurrentName());
+        if (saved || s.profile) {
+            ASSERT_TRUE(LoadProfile(CurrentName().c_str(), &now));
+            EXPECT_EQ("", Differs(&now, saved ? e : stored)) << "stored profile";
+        }
     }
 };
 
@@ -495,13 +479,13 @@ std::vector<Act> EveryTip()
                                               { 1001, 1002, 1003, 1005, 1017, 1020, 1004 },
                                               { 1001, 1002, 1003, 1005, 1017, 1050, 1052, 1051, 1053, 1057, 1054, 1058,
                                                 1059, 1055, 1056 } };
-    static std::wstring tips[3];
     std::vector<Act> acts;
     for (int page = 0; page < 3; page++) {
+        std::wstring tips;
         for (int id : lists[page])
             for (const auto &t : TIP_TEXTS)
-                tips[page] += t.id == id ? std::to_wstring(id) + L" " + t.text + L"|" : L"";
-        acts.push_back({ page, 0, TIPS, 0, tips[page].c_str() });
+                tips += t.id == id ? std::to_wstring(id) + L" " + t.text + L"|" : L"";
+        acts.push_back({ page, 0, TIPS, 0, tips });
     }
     return acts.push_back(CANCEL), acts;
 }
@@ -518,13 +502,11 @@ std::vector<Act> EveryLength()
         { 2, 200, L"60000", 60000 }, { 2, 200, L"842", 842 }, { 3, 200, L"-3", 3 }, { 3, 200, L"150", 150 },
         { 3, 600, L"200", 200 }, { 3, 50, L"200000", 200000 }, { 0, 2400, L"100", 100000 },
     };
-    static std::deque<std::wstring> dpis;
     std::vector<Act> acts = { { PAGE_SETUP, IDC_CUSTOM_PAPER, CLICK }, TO(e.bCustomPaper = 1) };
     int unit = 1, dpi = 200;
     for (const auto &r : rows) {
         if (r.dpi != dpi) {
-            dpis.push_back(std::to_wstring(r.dpi));
-            acts.push_back({ PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, dpis.back().c_str() });
+            acts.push_back({ PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, std::to_wstring(r.dpi) });
             acts.push_back([r](QLRDEVMODE &e) {    // the limits move with the resolution, the unit stays
                 e.iResolution = r.dpi, e.iCustomWidth = Clamp(e.iCustomWidth, e.iCustomUnit, r.dpi);
                 e.iCustomHeight = Clamp(e.iCustomHeight, e.iCustomUnit, r.dpi);
@@ -547,16 +529,15 @@ std::vector<Act> EveryLength()
 // Masks and the example name they give for a format; the date and the hour come from the clock.
 std::vector<Act> EveryMask()
 {
-    static std::deque<std::wstring> texts;
     SYSTEMTIME t;
     GetLocalTime(&t);
-    texts.push_back(g_date.substr(6) + L"-" + g_date.substr(0, 5) + L" " + g_date + L" " +
-                    std::to_wstring(t.wHour + 100).substr(1));    // g_date is month-day-year
-    const struct { int format; LPCWSTR mask, example; } rows[] = {
+    const std::wstring clock = g_date.substr(6) + L"-" + g_date.substr(0, 5) + L" " + g_date + L" " +
+                               std::to_wstring(t.wHour + 100).substr(1);    // g_date is month-day-year
+    const struct { int format; LPCWSTR mask; std::wstring example; } rows[] = {
         { 2, L"plain name", L"plain name" }, { 2, L"a&b&&c", L"a&b&&c" }, { 2, L"x&[Nothing]y&[]z", L"xyz" },
         { 2, L"&[docname]-&[PAGE]", L"example_document_name-01" }, { 2, L"before&[", L"before&[" },
         { 2, L"&[Page]&[", L"01&[" }, { 2, L"&[&[Year]]", L"]" }, { 2, L"a&[Page]b&[Page]c", L"a01b01c" },
-        { 2, L"&[Year]-&[Month]-&[Day] &[Date] &[Hour]", texts.back().c_str() }, { 0, L"&[Type]", L"bmp" },
+        { 2, L"&[Year]-&[Month]-&[Day] &[Date] &[Hour]", clock }, { 0, L"&[Type]", L"bmp" },
         { 1, L"&[Type]", L"gif" }, { 3, L"&[Type]", L"tif" }, { 4, L"&[Type]", L"pcx" }, { 5, L"&[Type]", L"dcx" },
     };
     std::vector<Act> acts;
@@ -571,7 +552,6 @@ std::vector<Act> EveryMask()
 // with the test viewer found or nothing; then the class without a command.
 std::vector<Act> EveryCommand()
 {
-    static std::deque<std::wstring> texts;
     const std::wstring quoted = L"\"" + g_viewer + L"\"", key = g_class + L"\\shell\\open\\command";
     const struct { std::wstring command; bool found; } rows[] = {
         { quoted + L" \"%1\"", true }, { g_viewer + L" %1", true }, { g_viewer + L" /opt=a.b %1", false },
@@ -582,14 +562,12 @@ std::vector<Act> EveryCommand()
                               { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, TO(e.bShowResult = 0),
                               { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" } };
     for (const auto &r : rows) {
-        texts.push_back(key + L"|" + r.command);
-        acts.insert(acts.end(), { { OUTPUT_PAGE, 0, CLASSES, 0, texts.back().c_str() },
+        acts.insert(acts.end(), { { OUTPUT_PAGE, 0, CLASSES, 0, key + L"|" + r.command },
                                   { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
                                   { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, r.found ? L"Quillora test viewer" : L"" },
                                   { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, r.found ? L"1.2.3.4" : L"" } });
     }
-    texts.push_back(key);
-    acts.insert(acts.end(), { { OUTPUT_PAGE, 0, CLASSES, 0, texts.back().c_str() }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
+    acts.insert(acts.end(), { { OUTPUT_PAGE, 0, CLASSES, 0, key }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
                               { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_APP_ICON, ICON, 1 },
                               { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"" }, CANCEL });
     return acts;
@@ -598,14 +576,11 @@ std::vector<Act> EveryCommand()
 // Every row of the paper list chosen in turn: its name, its size label and the preview's shape.
 std::vector<Act> EveryPaper()
 {
-    static std::deque<std::wstring> texts;
     std::vector<Act> acts;
-    for (int row = 0; row < 39; row++) {
-        texts.push_back(PaperName(row)), texts.push_back(SizeLabel(row)), texts.push_back(Preview(PaperSize(row, true), 0, 0));
-        acts.insert(acts.end(), { { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, row }, { PAGE_SETUP, IDC_PAPER_LIST, TEXT, 0, texts.end()[-3].c_str() },
-                                  { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, texts.end()[-2].c_str() },
-                                  { PAGE_SETUP, IDC_PREVIEW, PREVIEW, 0, texts.end()[-1].c_str() } });
-    }
+    for (int row = 0; row < 39; row++)
+        acts.insert(acts.end(), { { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, row }, { PAGE_SETUP, IDC_PAPER_LIST, TEXT, 0, PaperName(row) },
+                                  { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, SizeLabel(row) },
+                                  { PAGE_SETUP, IDC_PREVIEW, PREVIEW, 0, Preview(PaperSize(row, true), 0, 0) } });
     acts.push_back([](QLRDEVMODE &e) { e.iPaper = 38; });
     return acts.push_back(CANCEL), acts;
 }
@@ -698,7 +673,7 @@ const Script g_scripts[] = {
         LOOK, { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"example_document_name_01.jpg" },
         { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, TO(e.bShowResult = 1),
         { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK }, TO(e.bUseCustomViewer = 1),
-        { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"&[Date]" }, { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, g_date.c_str() },
+        { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"&[Date]" }, { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, g_date },
         { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"a&b&[PAGE]&[]&[Pa\u00ADge]&[x&[Year]]-&[Type]&[Page" },
         { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"a&b01]-jpg&[Page" }, { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, SET, 0, L"d:\\images" },
         { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, L"/view %f" },
@@ -764,7 +739,7 @@ const Script g_scripts[] = {
     { "manager: choose, rename, refuse a taken name, delete to the end, import into the empty list", L"qlr A",
       TO(e.iOutputFormat = 3, lstrcpyW(e.szComments, L"first")), WITH_B, {
         { PAGE_SETUP, IDC_PROFILE_MANAGER, CLICK }, { MANAGER, 0, LISTED, 0, L"qlr A|qlr B|first" },
-        { MANAGER, IDC_EXPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK },
+        { MANAGER, IDC_EXPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file }, { FILE_DLG, IDOK, CLICK },
         { MANAGER, IDC_PROFILE_LIST, CHOOSE, 1 }, { MANAGER, 0, LISTED, 1, L"qlr A|qlr B|second" },
         { MANAGER, IDC_PROFILE_LIST, CHOOSE, 0 }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"  \\qlr renamed  " },
         { MANAGER, IDC_PROFILE_NAME, TEXT, 0, L"_qlr renamed" }, { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"zqlr renamed" },
@@ -773,7 +748,7 @@ const Script g_scripts[] = {
         { MANAGER, IDC_DELETE_PROFILE, CLICK }, { BOX, 0, TEXT, 0, L"Edit profile..." },
         { BOX, 0xFFFF, TEXT, 0, L"Вы хотите удалить выбранный профиль?          " }, { BOX, IDYES, CLICK },
         { MANAGER, 0, LISTED, 0, L"qlr B|second" }, { MANAGER, IDC_DELETE_PROFILE, CLICK }, { BOX, IDYES, CLICK },
-        { MANAGER, 0, LISTED, -1, L"" }, { MANAGER, IDC_IMPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() },
+        { MANAGER, 0, LISTED, -1, L"" }, { MANAGER, IDC_IMPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file },
         { FILE_DLG, IDOK, CLICK }, { MANAGER, 0, LISTED, 0, L"qlr A|first" },
         { MANAGER, IDCANCEL, CLICK }, { PAGE_SETUP, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" }, TO(e = Defaults()),
         OK, { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"qlr C" }, { SAVE, IDOK, CLICK } },
@@ -789,9 +764,9 @@ const Script g_scripts[] = {
     { "manager: export, change the comment, import over it", L"qlr A",
       TO(e.iOutputFormat = 3, lstrcpyW(e.szComments, L"first")), 0, {
         { OUTPUT_PAGE, IDC_PROFILE_MANAGER, CLICK },
-        { MANAGER, IDC_EXPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file.c_str() },
+        { MANAGER, IDC_EXPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file },
         { FILE_DLG, IDOK, CLICK }, { MANAGER, IDC_PROFILE_COMMENT, TYPE, 0, L"changed" }, { MANAGER, IDC_IMPORT_PROFILE, CLICK },
-        { FILE_DLG, 0x47c, SET, 0, g_file.c_str() }, { FILE_DLG, IDOK, CLICK }, { MANAGER, 0, LISTED, 0, L"qlr A|first" },
+        { FILE_DLG, 0x47c, SET, 0, g_file }, { FILE_DLG, IDOK, CLICK }, { MANAGER, 0, LISTED, 0, L"qlr A|first" },
         { MANAGER, IDOK, CLICK }, OK } },
     { "each Help button opens its own topic", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED | HELP, {
         { PAGE_SETUP, IDC_HELP_BUTTON, CLICK }, { FORMAT_PAGE, IDC_HELP_BUTTON, CLICK },
@@ -819,8 +794,8 @@ const Script g_scripts[] = {
         TO(e.iJpegQuality = 0, e.iTiffQuality = 150), OK,
         TO(e.iJpegQuality = 1, e.iTiffQuality = 100) } },
     { "output texts are cut to 259 characters", L"qlr A", [](QLRDEVMODE &) {}, BLIND, {
-        { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, SET, 0, g_long.c_str() }, { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, g_long.c_str() },
-        { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, g_long.c_str() }, OK,
+        { OUTPUT_PAGE, IDC_OUTPUT_FOLDER, SET, 0, g_long }, { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, g_long },
+        { OUTPUT_PAGE, IDC_VIEWER_PARAMS, SET, 0, g_long }, OK,
         TO(for (WCHAR *p : { e.szOutputFolder, e.szFileNameMask, e.szViewerParams })
                lstrcpyW(p, g_long.substr(0, 259).c_str())) } },
     { "keyboard: page setup in reading order, arrows kept in their group, Space, Esc", L"qlr A",
@@ -845,7 +820,7 @@ const Script g_scripts[] = {
         { OUTPUT_PAGE, 0, TABS, 0, L"1001 1002 1003 1050 1051 1052 1053 1057 1054 1059 1055 1056 1060 1088 1090 1092 1017" },
         { OUTPUT_PAGE, 0, ARROWS, 0, L"1058 1059" }, { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK },
         { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"" }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, CLICK },
-        { FILE_DLG, 0x47c, SET, 0, g_self.c_str() }, { FILE_DLG, IDOK, CLICK },
+        { FILE_DLG, 0x47c, SET, 0, g_self }, { FILE_DLG, IDOK, CLICK },
         { OUTPUT_PAGE, 0, TABS, 0, L"1001 1002 1003 1050 1051 1052 1053 1054 1059 1055 1056 1060 1017" },
         { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, 0, TABS, 0, L"1001 1002 1003 1050 1051 1052 1053 1054 1017" },
         { OUTPUT_PAGE, 0, KEYS, 0, L"\x1b" } } },

@@ -80,11 +80,11 @@ void Press(HWND t, WORD vk, bool shift)
         keybd_event(VK_SHIFT, 0, KEYEVENTF_KEYUP, 0);
 }
 
-std::vector<int> Ids(LPCWSTR s)
+std::vector<int> Ids(const std::wstring &s)
 {
     std::vector<int> ids;
-    for (WCHAR *end; *s; s = end)
-        ids.push_back((int)wcstol(s, &end, 10));
+    for (WCHAR *end, *at = (WCHAR *)s.c_str(); *at; at = end)
+        ids.push_back((int)wcstol(at, &end, 10));
     return ids;
 }
 
@@ -195,7 +195,7 @@ Played Play(HWND hDlg, const Step &s, size_t index)
     EXPECT_NE(nullptr, c) << at << " missing";
     if (!c)
         return DONE;
-    std::wstring text = s.s ? s.s : L"";
+    const std::wstring &text = s.s;
     WCHAR item[300] = L"";
     switch (s.op) {
     case CLICK: SendMessageW(c, BM_CLICK, 0, 0); break;
@@ -204,8 +204,8 @@ Played Play(HWND hDlg, const Step &s, size_t index)
         SendMessageW(t, WM_COMMAND, MAKEWPARAM(s.id, combo ? CBN_SELCHANGE : LBN_SELCHANGE), (LPARAM)c);
         break;
     case SELECT: SendMessageW(c, EM_SETSEL, LOWORD(s.n), HIWORD(s.n)); break;
-    case SET: SetWindowTextW(c, s.s); break;
-    case TYPE: SetWindowTextW(c, s.s); /* fall through */
+    case SET: SetWindowTextW(c, s.s.c_str()); break;
+    case TYPE: SetWindowTextW(c, s.s.c_str()); /* fall through */
     case LEAVE:
         SendMessageW(t, WM_COMMAND, MAKEWPARAM(s.id, combo ? CBN_KILLFOCUS : EN_KILLFOCUS), (LPARAM)c);
         break;
@@ -224,7 +224,7 @@ Played Play(HWND hDlg, const Step &s, size_t index)
     case GO: Go(c); break;
     case KEYS:
         Press(t, KeyOf(s.s[g_sub]), s.n);
-        return s.s[++g_sub] ? AGAIN : DONE_WAIT;
+        return ++g_sub < s.s.size() ? AGAIN : DONE_WAIT;
     case FOCUS: EXPECT_EQ(c, Focused()) << at << " focus on " << GetDlgCtrlID(Focused()); break;
     case TABS: return TabCycle(t, Ids(s.s), at);
     case ARROWS: return ArrowProbes(t, Ids(s.s), at);
@@ -232,7 +232,7 @@ Played Play(HWND hDlg, const Step &s, size_t index)
     case TIPS: EXPECT_EQ(text, Tips(t)) << at << " tool tips"; break;
     case PREVIEW: {
         int w = 0, h = 0, landscape = 0, crop = 0;
-        swscanf(s.s, L"%d %d %d %d", &w, &h, &landscape, &crop);
+        swscanf(s.s.c_str(), L"%d %d %d %d", &w, &h, &landscape, &crop);
         const Scheme now = { "", GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNSHADOW), 0, 0, 0, 0, 0, 0, 0 };
         RedrawWindow(c, NULL, NULL, RDW_UPDATENOW);
         EXPECT_EQ("", ComparePreview(c, now, w, h, landscape, crop)) << at << " preview " << text;
@@ -240,9 +240,9 @@ Played Play(HWND hDlg, const Step &s, size_t index)
     }
     case CLASSES:
         if (text.find(L'|') == std::wstring::npos)
-            RegDeleteKeyW(HKEY_CLASSES_ROOT, s.s);
+            RegDeleteKeyW(HKEY_CLASSES_ROOT, text.c_str());
         else
-            SetValue(HKEY_CLASSES_ROOT, text.substr(0, text.find(L'|')), REG_SZ, wcschr(s.s, L'|') + 1,
+            SetValue(HKEY_CLASSES_ROOT, text.substr(0, text.find(L'|')), REG_SZ, &text[text.find(L'|') + 1],
                      (text.size() - text.find(L'|')) * sizeof(WCHAR));
         break;
     case ICON:

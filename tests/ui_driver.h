@@ -30,7 +30,7 @@ enum Op {
 // KEYS: s the keys, one a tick: letters and digits, "\r", "\t", "\x1b" and " "; n 1 holds Shift.
 // TABS: s the ids Tab stops at inside the window, in reading order from the first.
 // ARROWS: s the ids of one radio group.
-struct Step { int where; int id; int op; int n = 0; LPCWSTR s = nullptr; };
+struct Step { int where; int id; int op; int n = 0; std::wstring s = L""; };
 
 std::wstring TextOf(HWND hwnd);
 
