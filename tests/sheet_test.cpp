@@ -24,15 +24,15 @@ namespace {
 #define PRINTER L"Quillora"
 #define PROFILES_KEY L"Software\\Moravel\\Quillora\\Profile"
 const LPCWSTR NAMES[] = { L"qlr A", L"qlr B", L"qlr C", L"Case A", L"_qlr renamed", L"zqlr renamed" };
+// Today as the date macro gives it, month first, and the folder the shell's folder browser starts at when
+// given no root: the desktop's.
 std::wstring Today()
 {
-    SYSTEMTIME t;
-    GetLocalTime(&t);
-    return std::to_wstring(t.wMonth + 100).substr(1) + L"-" + std::to_wstring(t.wDay + 100).substr(1) + L"-" +
-           std::to_wstring(t.wYear);
+    WCHAR text[16] = L"";
+    GetDateFormatW(LOCALE_USER_DEFAULT, 0, NULL, L"MM'-'dd'-'yyyy", text, 16);
+    return text;
 }
 
-// The folder the shell's folder browser starts at when given no root: the desktop's.
 std::wstring Desktop()
 {
     WCHAR path[MAX_PATH] = L"";
@@ -40,7 +40,7 @@ std::wstring Desktop()
     return path;
 }
 
-// A program with a version resource, one without, a profile file, today, the desktop.
+// A program with a version resource, one without, a profile file, a text too long for any field.
 const std::wstring g_viewer = Beside(L"versioned.exe"), g_self = Beside(L"sheet_test.exe");
 const std::wstring g_file = g_viewer + L".qlr", g_date = Today(), g_long(300, L'x'), g_desktop = Desktop();
 
@@ -101,14 +101,6 @@ void Associate(bool on)
         return;
     SetValue(HKEY_CLASSES_ROOT, L".dcx", REG_SZ, cls.c_str(), (cls.size() + 1) * 2);
     SetValue(HKEY_CLASSES_ROOT, cls + L"\\shell\\open\\command", REG_SZ, cmd.c_str(), (cmd.size() + 1) * 2);
-}
-
-// A custom paper of 210.0 x 297.0 mm.
-void CustomMm(QLRDEVMODE &d)
-{
-    d.bCustomPaper = 1, d.iCustomUnit = 1, d.iCustomWidth = 2100, d.iCustomHeight = 2970;
-    d.dmPublic.dmPaperSize = 256, d.dmPublic.dmPaperWidth = 2100, d.dmPublic.dmPaperLength = 2970;
-    lstrcpyW(d.dmPublic.dmFormName, L"Custom Paper");
 }
 
 // What a custom length's edit shows: inches with three decimals, millimetres with one, trailing
@@ -868,10 +860,10 @@ const Script g_scripts[] = {
         { PAGE_SETUP, IDC_RESOLUTION, SET, 0, L"300" }, { PAGE_SETUP, 0, KEYS, 0, L"\r" },
         { SAVE, 0, TABS, 0, L"1081 1082 1017 1 2" }, { SAVE, IDC_PROFILE_NAME, FOCUS }, { SAVE, 0, KEYS, 0, L"qlr a\r" },
         TO(e.iResolution = 300) }, L"qlr a" },
-    { "keyboard: a width typed and confirmed with Enter", L"qlr A", CustomMm, 0, {
+    { "keyboard: a width typed and confirmed with Enter", L"qlr A", TO(e.bCustomPaper = 1), 0, {
         { PAGE_SETUP, IDC_CUSTOM_WIDTH, GO }, { PAGE_SETUP, IDC_CUSTOM_WIDTH, SET, 0, L"500" },
         { PAGE_SETUP, 0, KEYS, 0, L"\r" }, TO(e.iCustomWidth = 5000) } },
-    { "keyboard: a height typed and confirmed with Enter", L"qlr A", CustomMm, 0, {
+    { "keyboard: a height typed and confirmed with Enter", L"qlr A", TO(e.bCustomPaper = 1), 0, {
         { PAGE_SETUP, IDC_CUSTOM_HEIGHT, GO }, { PAGE_SETUP, IDC_CUSTOM_HEIGHT, SET, 0, L"40" },
         { PAGE_SETUP, 0, KEYS, 0, L"\r" }, TO(e.iCustomHeight = 400) } },
     { "keyboard: the manager keeps a name typed before Enter, a comment typed before Esc", L"qlr A",
