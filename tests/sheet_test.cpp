@@ -75,17 +75,6 @@ std::wstring CurrentName()
     return std::wstring((LPCWSTR)v.data(), wcsnlen((LPCWSTR)v.data(), v.size() / 2));
 }
 
-void StoreProfile(LPCWSTR name, const QLRDEVMODE &dm)
-{
-    SetValue(HKEY_CURRENT_USER, std::wstring(PROFILES_KEY) + L"\\" + name, REG_BINARY, &dm, sizeof(dm));
-}
-
-bool LoadProfile(LPCWSTR name, QLRDEVMODE *dm)
-{
-    std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, std::wstring(PROFILES_KEY) + L"\\" + name);
-    return v.size() == sizeof(*dm) && memcpy(dm, v.data(), sizeof(*dm));
-}
-
 // The class of .dcx and its open command are as long as the lookup's buffers
 // allow: 127 characters and 519.
 const std::wstring g_class = L"qlr.test" + std::wstring(119, L'c');
@@ -383,7 +372,7 @@ protected:
     void Clean()
     {
         for (LPCWSTR name : NAMES)
-            RegDeleteKeyW(HKEY_CURRENT_USER, (std::wstring(PROFILES_KEY) + L"\\" + name).c_str());
+            RegDeleteKeyW(HKEY_CURRENT_USER, (PROFILES_KEY L"\\" + std::wstring(name)).c_str());
         Associate(false);
         DeleteFileW(g_file.c_str());
     }
@@ -432,10 +421,11 @@ protected:
     {
         SCOPED_TRACE(s.name);
         Clean();
-        QLRDEVMODE stored = Defaults(), second = Second(), now;
+        QLRDEVMODE stored = Defaults(), second = Second();
         stored.m_bProfiled = TRUE;
         if (s.profile)
-            s.stored(stored), StoreProfile(s.profile, stored);
+            s.stored(stored), SetValue(HKEY_CURRENT_USER, PROFILES_KEY L"\\" + std::wstring(s.profile), REG_BINARY,
+                                       &stored, sizeof(stored));
         if (s.flags & (WITH_B | BROKEN_B))
             SetValue(HKEY_CURRENT_USER, PROFILES_KEY L"\\qlr B", REG_BINARY, &second, s.flags & WITH_B ? sizeof(second) : 100);
         SetCurrentName(s.profile ? s.profile : L"");
@@ -478,8 +468,9 @@ protected:
         EXPECT_EQ("", Differs(printer.data(), saved ? e : *(QLRDEVMODE *)before.data())) << "printer's default";
         EXPECT_EQ(ok && s.after ? s.after : s.profile ? s.profile : L"", CurrentName());
         if (saved || s.profile) {
-            ASSERT_TRUE(LoadProfile(CurrentName().c_str(), &now));
-            EXPECT_EQ("", Differs(&now, saved ? e : stored)) << "stored profile";
+            const std::vector<BYTE> now = ValueOf(HKEY_CURRENT_USER, PROFILES_KEY L"\\" + CurrentName());
+            ASSERT_EQ(sizeof(QLRDEVMODE), now.size());
+            EXPECT_EQ("", Differs(now.data(), saved ? e : stored)) << "stored profile";
         }
     }
 };
