@@ -1,8 +1,6 @@
-// The document sheet as applications open it (winspool, DM_PROMPT, on the
-// installed printer): each script drives the real pages and dialogs with
-// messages and checks what they show; after OK the caller's record, the
-// printer's default and the current profile are compared field by field
-// with the record the script's changes must give.
+// The document sheet as applications open it (winspool, DM_PROMPT, on the installed printer): each script drives
+// the real pages and dialogs with messages and checks what they show; after OK the caller's record, the printer's
+// default and the current profile are compared field by field with the record the script's changes must give.
 #include <gtest/gtest.h>
 #include <stddef.h>
 #include <algorithm>
@@ -75,8 +73,7 @@ std::wstring CurrentName()
     return std::wstring((LPCWSTR)v.data(), wcsnlen((LPCWSTR)v.data(), v.size() / 2));
 }
 
-// The class of .dcx and its open command are as long as the lookup's buffers
-// allow: 127 characters and 519.
+// The class of .dcx and its open command are as long as the lookup's buffers allow: 127 characters and 519.
 const std::wstring g_class = L"qlr.test" + std::wstring(119, L'c');
 void Associate(bool on)
 {
@@ -382,11 +379,10 @@ protected:
         return ::PrinterRecord(hPrinter, &record, NULL), record;
     }
 
-    // The steps to play, with a view of every control after each change while the sheet is open, and the
-    // record OK must then give.
+    // The steps to play, with a view of every control after each change while the sheet is open (every page is
+    // created first, so that OK collects all three), and the record OK must then give.
     static std::vector<Step> Plan(const Script &s, QLRDEVMODE *e)
     {
-        // Every page is created first, so that OK collects all three.
         std::vector<Step> steps = { { OUTPUT_PAGE, 0, SHOWN, 1 }, { FORMAT_PAGE, 0, SHOWN, 1 },
                                     { PAGE_SETUP, 0, SHOWN, 1 } };
         bool open = !(s.flags & LAZY), collected = false;

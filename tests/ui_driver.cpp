@@ -20,6 +20,13 @@ int g_ticks;
 HWND g_sheet;
 std::vector<HWND> g_driving;    // dialogs whose steps are being played, outermost first
 
+std::wstring TextOf(HWND hwnd)
+{
+    WCHAR sz[1100] = L"";
+    GetWindowTextW(hwnd, sz, 1100);
+    return sz;
+}
+
 bool ClassIs(HWND hwnd, LPCWSTR name)
 {
     WCHAR cls[16];
@@ -35,8 +42,7 @@ int KindOf(HWND hDlg)
          : GetDlgItem(hDlg, 0xFFFF) ? BOX : ABOUT_BOX;
 }
 
-// The window a step acts on: a page (brought to the front as a click on its
-// tab would), one of the format page's panels, or the dialog itself.
+// The window a step acts on: a page (brought to the front as a click on its tab would), a panel, or the dialog.
 HWND Target(HWND hDlg, int where)
 {
     if (where >= SAVE)
@@ -258,9 +264,8 @@ BOOL CALLBACK FindInputDialog(HWND hwnd, LPARAM lParam)
     return found ? (*(HWND *)lParam = hwnd, FALSE) : TRUE;
 }
 
-// Ticks come again inside the modal loops that a step opens: the dialog of
-// such a loop gets the steps aimed at it, and the outer step goes on once
-// it has closed.
+// Ticks come again inside the modal loops that a step opens: the dialog of such a loop gets the steps aimed at it,
+// and the outer step goes on once it has closed.
 void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD)
 {
     HWND h = NULL;
@@ -292,8 +297,7 @@ void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD)
     g_driving.pop_back();
 }
 
-// A sheet that never lets the timer run (a page answering every message
-// itself) is ended from a second thread instead.
+// A sheet that never lets the timer run (a page answering every message itself) is ended from a second thread.
 DWORD WINAPI Watchdog(LPVOID done)
 {
     if (WaitForSingleObject(done, 60000) == WAIT_TIMEOUT)
@@ -302,13 +306,6 @@ DWORD WINAPI Watchdog(LPVOID done)
 }
 
 }  // namespace
-
-std::wstring TextOf(HWND hwnd)
-{
-    WCHAR sz[1100] = L"";
-    GetWindowTextW(hwnd, sz, 1100);
-    return sz;
-}
 
 size_t RunScript(const char *name, const std::vector<Step> &steps, const std::function<void()> &open)
 {

@@ -1,6 +1,5 @@
-// Drives the document sheet and its modal dialogs as a user would, from a timer
-// on the sheet's thread: steps aimed at a page, a format panel or a dialog are
-// played in order as those come up; a run that goes on too long is cancelled.
+// Drives the document sheet and its modal dialogs as a user would, from a timer on the sheet's thread: steps aimed
+// at a page, a format panel or a dialog are played in order as those come up; a run that goes on too long is cancelled.
 #ifndef QLR_TESTS_UI_DRIVER_H
 #define QLR_TESTS_UI_DRIVER_H
 
@@ -31,8 +30,6 @@ enum Op {
 // TABS: s the ids Tab stops at inside the window, in reading order from the first.
 // ARROWS: s the ids of one radio group.
 struct Step { int where; int id; int op; int n = 0; std::wstring s = L""; };
-
-std::wstring TextOf(HWND hwnd);
 
 // Runs open(); returns the index of the first step not played.
 size_t RunScript(const char *name, const std::vector<Step> &steps, const std::function<void()> &open);
