@@ -1,6 +1,6 @@
 #include "driver.h"
 
-#define LOOKUP(field, name) driver.field = (decltype(driver.field))(void *)GetProcAddress(driver.hModule, name)
+#define LOOKUP(result, field, name, params) driver.field = (decltype(driver.field))(void *)GetProcAddress(driver.hModule, name);
 
 const Driver &TheDriver()
 {
@@ -12,15 +12,7 @@ const Driver &TheDriver()
             lstrcpyW(wcsrchr(szPath, L'\\') + 1, L"QLRDRVUI.DLL");
         }
         driver.hModule = LoadLibraryW(szPath);
-        LOOKUP(ConvertDevMode, "DrvConvertDevMode");
-        LOOKUP(DeviceCapabilities, "DrvDeviceCapabilities");
-        LOOKUP(DocumentPropertySheets, "DrvDocumentPropertySheets");
-        LOOKUP(DocumentProperties, "DrvDocumentProperties");
-        LOOKUP(AdvancedDocumentProperties, "DrvAdvancedDocumentProperties");
-        LOOKUP(DevicePropertySheets, "DrvDevicePropertySheets");
-        LOOKUP(PrinterProperties, "PrinterProperties");
-        LOOKUP(DevQueryPrintEx, "DevQueryPrintEx");
-        LOOKUP(PrinterEvent, "DrvPrinterEvent");
+        QLR_EXPORTS(LOOKUP)
     }
     return driver;
 }

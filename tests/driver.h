@@ -9,40 +9,43 @@
 #include <vector>
 #include "drvapi.h"
 
-typedef BOOL (WINAPI *PFN_CONVERT)(LPWSTR, PDEVMODEW, PDEVMODEW, PLONG, DWORD);
-typedef DWORD (WINAPI *PFN_CAPS)(HANDLE, PWSTR, WORD, VOID *, PDEVMODEW);
-typedef LONG (WINAPI *PFN_SHEETS)(PPROPSHEETUI_INFO, LPARAM);
-typedef LONG (WINAPI *PFN_DOCPROPS)(HWND, HANDLE, LPWSTR, PDEVMODEW, PDEVMODEW, DWORD);
-typedef LONG (WINAPI *PFN_ADVDOCPROPS)(HWND, HANDLE, LPWSTR, PDEVMODEW, PDEVMODEW);
-typedef BOOL (WINAPI *PFN_PRINTERPROPS)(HWND, HANDLE);
-typedef BOOL (WINAPI *PFN_QUERYPRINT)(PDEVQUERYPRINT_INFO);
-typedef BOOL (WINAPI *PFN_PRINTEREVENT)(LPWSTR, INT, DWORD, LPARAM);
+// Each entry point: result, field, exported name, parameters.
+#define QLR_EXPORTS(X) \
+    X(BOOL, ConvertDevMode, "DrvConvertDevMode", (LPWSTR, PDEVMODEW, PDEVMODEW, PLONG, DWORD)) \
+    X(DWORD, DeviceCapabilities, "DrvDeviceCapabilities", (HANDLE, PWSTR, WORD, VOID *, PDEVMODEW)) \
+    X(LONG, DocumentPropertySheets, "DrvDocumentPropertySheets", (PPROPSHEETUI_INFO, LPARAM)) \
+    X(LONG, DocumentProperties, "DrvDocumentProperties", (HWND, HANDLE, LPWSTR, PDEVMODEW, PDEVMODEW, DWORD)) \
+    X(LONG, AdvancedDocumentProperties, "DrvAdvancedDocumentProperties", (HWND, HANDLE, LPWSTR, PDEVMODEW, PDEVMODEW)) \
+    X(LONG, DevicePropertySheets, "DrvDevicePropertySheets", (PPROPSHEETUI_INFO, LPARAM)) \
+    X(BOOL, PrinterProperties, "PrinterProperties", (HWND, HANDLE)) \
+    X(BOOL, DevQueryPrintEx, "DevQueryPrintEx", (PDEVQUERYPRINT_INFO)) \
+    X(BOOL, PrinterEvent, "DrvPrinterEvent", (LPWSTR, INT, DWORD, LPARAM))
+#define QLR_FIELD(result, field, name, params) result (WINAPI *field) params;
 
 struct Driver {
     HMODULE hModule;
-    PFN_CONVERT ConvertDevMode;
-    PFN_CAPS DeviceCapabilities;
-    PFN_SHEETS DocumentPropertySheets;
-    PFN_DOCPROPS DocumentProperties;
-    PFN_ADVDOCPROPS AdvancedDocumentProperties;
-    PFN_SHEETS DevicePropertySheets;
-    PFN_PRINTERPROPS PrinterProperties;
-    PFN_QUERYPRINT DevQueryPrintEx;
-    PFN_PRINTEREVENT PrinterEvent;
+    QLR_EXPORTS(QLR_FIELD)
 };
+typedef decltype(Driver::DocumentPropertySheets) PFN_SHEETS;
+
+// A record's header: its size, private size and version.
+inline DEVMODEW *Header(DEVMODEW *dm, WORD size, WORD extra, WORD version)
+{
+    dm->dmSize = size, dm->dmDriverExtra = extra, dm->dmSpecVersion = version;
+    return dm;
+}
 
 // A caller's device mode of any layout, in a buffer with room to spare that
 // is filled with a pattern, so that writes past the layout show.
 struct Layout {
     BYTE bytes[8192];
+    explicit Layout(BYTE fill = 0xA5, WORD size = 0, WORD extra = 0, WORD version = 0)
+    {
+        memset(bytes, fill, sizeof(bytes));
+        Header(dm(), size, extra, version);
+    }
     DEVMODEW *dm() { return (DEVMODEW *)bytes; }
 };
-
-inline void MakeLayout(Layout *p, WORD size, WORD extra, WORD version, BYTE fill)
-{
-    memset(p->bytes, fill, sizeof(p->bytes));
-    p->dm()->dmSize = size, p->dm()->dmDriverExtra = extra, p->dm()->dmSpecVersion = version;
-}
 
 // Loads QLRDRVUI.DLL from the test program's own folder, or the build that
 // QLR_MODULE names (the MSVC-dialect one), once per process.

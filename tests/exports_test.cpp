@@ -2,7 +2,9 @@
 // caller's record (bytes at offsets) and a call, checked against the result,
 // the last error and the whole output buffer.
 #include "driver.h"
+#include "guarded.h"
 #include "model.h"
+#include <algorithm>
 
 namespace {
 
@@ -10,16 +12,25 @@ enum Base { NONE, PUBLIC, PUBLIC212, OWN, FOREIGN };
 
 // A caller's record: a bare public part, or a whole record of this driver
 // (FOREIGN: another driver's private part), then the row's bytes.
-void MakeInput(Layout *in, int base, WORD extra, const Puts &puts)
+Layout Input(int base, WORD extra, const Puts &puts)
 {
-    MakeLayout(in, base == PUBLIC212 ? 212 : 220, 0, base == PUBLIC212 ? 0x0400 : 0x0401, 0);
+    Layout in(0, base == PUBLIC212 ? 212 : 220, 0, base == PUBLIC212 ? 0x0400 : 0x0401);
     if (base == OWN || base == FOREIGN) {
-        memcpy(in->bytes, Factory().data(), 3484);
-        Apply(in->bytes, { { 72, 4, 0 }, { 70, 2, extra ? extra : 3264 } });
+        memcpy(in.bytes, Factory().data(), 3484);
+        Apply(in.bytes, { { 72, 4, 0 }, { 70, 2, extra ? extra : 3264 } });
         if (base == FOREIGN)
-            Apply(in->bytes, { { 220, 4, 0 } });
+            Apply(in.bytes, { { 220, 4, 0 } });
     }
-    Apply(in->bytes, puts);
+    Apply(in.bytes, puts);
+    return in;
+}
+
+std::string Convert(LPCWSTR printer, PDEVMODEW in, PDEVMODEW out, LONG needed, DWORD mode)
+{
+    const Driver &d = TheDriver();    // loading the module may set the last error
+    SetLastError(0xdeadbeef);
+    BOOL ok = d.ConvertDevMode((LPWSTR)printer, in, out, &needed, mode);
+    return Outcome(ok, needed);
 }
 
 TEST(Exports, ConvertDevMode)
@@ -57,11 +68,10 @@ TEST(Exports, ConvertDevMode)
         { "unknown mode", 8, 0, 220, 3264, V, true, 220, 3264, V, 3484, "0 - 3484" },
     };
     for (const auto &r : rows) {
-        Layout in, out;
+        Layout in, out(0xA5, r.outSize, r.outExtra, r.outVersion);
         for (size_t i = 0; i < sizeof(in.bytes); i++)
             in.bytes[i] = (BYTE)(i * 7 + 3);
-        Apply(in.bytes, { { 64, 2, r.inVersion }, { 68, 2, r.inSize }, { 70, 2, r.inExtra } });
-        MakeLayout(&out, r.outSize, r.outExtra, r.outVersion, 0xA5);
+        Header(in.dm(), r.inSize, r.inExtra, r.inVersion);
         Bytes want(out.bytes, out.bytes + sizeof(out.bytes));
         if (r.mode == CDM_CONVERT351 && r.out && r.needed >= 3452)
             Apply(want.data(), { { 64, 2, 0x0320 }, { 66, 2, 0x0350 }, { 68, 2, 188 }, { 70, 2, 3264 } });
@@ -70,11 +80,7 @@ TEST(Exports, ConvertDevMode)
             lstrcpynW((WCHAR *)want.data(), r.printer, 32);
         } else if (r.outcome[0] == '1' || r.mode == CDM_CONVERT351)
             ConvertInto(in.bytes, want.data());
-        LONG needed = r.needed;
-        PFN_CONVERT convert = TheDriver().ConvertDevMode;
-        SetLastError(0xdeadbeef);
-        BOOL ok = convert((LPWSTR)r.printer, in.dm(), r.out ? out.dm() : NULL, &needed, r.mode);
-        EXPECT_EQ(r.outcome, Outcome(ok, needed)) << r.name;
+        EXPECT_EQ(r.outcome, Convert(r.printer, in.dm(), r.out ? out.dm() : NULL, r.needed, r.mode)) << r.name;
         EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes))) << r.name;
     }
     SetLastError(0xdeadbeef);
@@ -83,10 +89,71 @@ TEST(Exports, ConvertDevMode)
     ClosePrinter(hLong);
 }
 
+// Malformed records at every export, each in a buffer of exactly the size its
+// header claims, ending against a page the process may not touch: any read or
+// write past what the header describes ends the test program.  A caller's
+// record is converted into ours and back, and handed to every export that reads
+// one; each result and last error is what a record of that layout allows.
+void EveryExport(WORD size, WORD extra, WORD version, BYTE pattern, bool all)
+{
+    const Driver &d = TheDriver();
+    const LONG honest = std::max<LONG>(size, 76) + extra;
+    const LONG fromOurs = std::min<LONG>(size, 220) + std::min<LONG>(extra, 3264);
+    Guarded in(honest, pattern), ours(3484, 0), theirs(honest, 0), nt(3452, 0);
+    Header(in.dm(), size, extra, version)->dmFields = 0xFFFFFFFF;
+    Header(theirs.dm(), size, extra, version);
+    Header(ours.dm(), 220, 3264, 0);
+    // A layout converts by the version its size names, else by its own.
+    const bool versioned = size == 188 || size == 212 || size == 220 || version;
+    const std::string layout = std::to_string(size) + "+" + std::to_string(extra) + " v" + std::to_string(version) +
+                               " fill " + std::to_string(pattern);
+    // Done when both layouts have a version and anything is copied, else refused with ERROR_INVALID_PARAMETER;
+    // a header too short to reach dmFields may also be refused as one without a version.
+    auto check = [&](PDEVMODEW from, PDEVMODEW into, DWORD mode, int copied, LONG needed, LONG whole) {
+        const std::string got = Convert(NULL, from, into, needed, mode), refused = "0 87 " + std::to_string(needed);
+        const std::string want = versioned && copied > 0 ? "1 - " + std::to_string(whole) : refused;
+        EXPECT_EQ(size < 76 && got == refused ? refused : want, got)
+            << layout << (from == ours.dm() ? ", back" : mode == CDM_CONVERT351 ? ", 3.51" : "");
+    };
+    check(in.dm(), ours.dm(), CDM_CONVERT, fromOurs, 3484, 3484);
+    check(ours.dm(), theirs.dm(), CDM_CONVERT, fromOurs, honest, size + extra);
+    if (!all)
+        return;
+    check(in.dm(), nt.dm(), CDM_CONVERT351, std::min<int>(size, 188) + std::min<int>(extra, 3264), 3452, 3452);
+    // DC_FIELDS answers the caller's own fields; the lists have fixed lengths.
+    static BYTE out[64 * 41 * 2];
+    for (WORD cap : { DC_FIELDS, DC_PAPERSIZE, DC_ENUMRESOLUTIONS, DC_PAPERNAMES })
+        EXPECT_EQ(cap == DC_FIELDS ? 0xFFFFFFFF : ExpectedCap(cap, NULL, 0, {}),
+                  d.DeviceCapabilities(NULL, NULL, cap, out, in.dm())) << layout << ", cap " << cap;
+    // The answer comes in the smaller layout of the caller's and ours.
+    Guarded answer(std::max<LONG>(fromOurs, 76), 0), whole(3484, 0);
+    DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", in.dm(), answer.dm(), (DWORD)fromOurs,
+                                 DM_IN_BUFFER | DM_OUT_BUFFER };
+    SetLastError(0xdeadbeef);
+    EXPECT_EQ(1, d.DocumentPropertySheets(NULL, (LPARAM)&h)) << layout;
+    EXPECT_EQ(1, d.DocumentProperties(NULL, NULL, h.pszPrinterName, whole.dm(), in.dm(), h.fMode)) << layout;
+    EXPECT_EQ(0xdeadbeefu, GetLastError()) << layout;
+}
+
+TEST(Exports, EveryLayoutAgainstGuardPages)
+{
+    for (WORD size : { 72, 76, 96, 98, 150, 188, 200, 212, 219, 220, 221, 300, 1000, 4000 })
+        for (WORD extra : { 0, 1, 8, 9, 40, 3263, 3264, 3265, 5000 })
+            for (WORD version : { 0, 0x0320, 0x0401 })
+                for (BYTE pattern : { 0x00, 0x41, 0xFF })
+                    EveryExport(size, extra, version, pattern, true);
+    // Conversion for every header size up to well past the largest public
+    // part, and every private size up to well past ours.
+    for (WORD size = 0; size <= 1100; size++)
+        for (WORD extra : { 0, 3264, 5000 })
+            EveryExport(size, extra, 0x0401, 0xFF, false);
+    for (WORD extra = 0; extra <= 3600; extra++)
+        for (WORD size : { 76, 188, 220 })
+            EveryExport(size, extra, 0x0401, 0x41, false);
+}
+
 struct DirectRow {
-    const char *name; DWORD mode; int base; Puts in; LONG result; Puts expect; short inQuality; WORD extra;
-    DirectRow(const char *n, DWORD m, int b, Puts i, LONG r, Puts e, short q = 0, WORD x = 0)
-        : name(n), mode(m), base(b), in(i), result(r), expect(e), inQuality(q), extra(x) {}
+    const char *name; DWORD mode; int base; Puts in; LONG result; Puts expect; short inQuality = 0; WORD extra = 0;
 };
 
 DWORD WINAPI OtherThreadsCall(void *)
@@ -104,20 +171,24 @@ TEST(Exports, DocumentPropertiesMerge)
     const std::wstring x260(260, L'x'), x259(259, L'x');
     const Puts custom = { { 72, 4, 0xFC0D }, { 78, 2, 256 }, { 102, 32, 0, L"" }, { 244, 4, 1 } };
     auto with = [](Puts a, const Puts &b) { a.insert(a.end(), b.begin(), b.end()); return a; };
+    auto dpi = [](int q) { return Puts{ { 90, 2, q }, { 96, 2, q }, { 236, 4, q } }; };
+    // A record of ours gives its private fields, but for those that follow the public ones, and the comment.
+    const Puts own = { { 228, 4, 5 }, { 232, 4, 1 }, { 236, 4, 600 }, { 240, 4, 1 }, { 244, 4, 1 }, { 248, 4, 111 },
+                       { 252, 4, 222 }, { 256, 4, 2 }, { 260, 4, 4 }, { 264, 4, 8 }, { 276, 4, 16 }, { 308, 4, 55 },
+                       { 340, 4, 8 }, { 364, 4, 0 }, { 368, 4, 0 }, { 372, 4, 1 }, { 376, 260, 0, L"d:\\out" },
+                       { 896, 260, 0, L"&[Page]" }, { 1416, 260, 0, L"v.exe" }, { 1936, 260, 0, L"-x %f" },
+                       { 2456, 512, 0, L"note" }, { 3480, 4, 1 } };
     const DirectRow rows[] = {
         { "landscape", IO, PUBLIC, { { 0, 32, 0, L"Other" }, { 72, 4, 1 }, { 76, 2, 2 } }, 1, { { 76, 2, 2 }, { 232, 4, 1 } } },
         { "orientation 3", IO, PUBLIC, { { 72, 4, 1 }, { 76, 2, 3 } }, 1, {} },
         { "orientation unflagged", IO, PUBLIC, { { 76, 2, 2 } }, 1, {} },
-        { "quality 10", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, 10 }, { 96, 2, 7 } }, 1,
-          { { 90, 2, 50 }, { 96, 2, 50 }, { 236, 4, 50 } }, 10 },
-        { "quality 50", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, 50 } }, 1, { { 90, 2, 50 }, { 96, 2, 50 }, { 236, 4, 50 } } },
-        { "quality 2400", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, 2400 } }, 1,
-          { { 90, 2, 2400 }, { 96, 2, 2400 }, { 236, 4, 2400 } } },
-        { "quality 5000", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, 5000 } }, 1,
-          { { 90, 2, 2400 }, { 96, 2, 2400 }, { 236, 4, 2400 } } },
+        { "quality 10", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, 10 }, { 96, 2, 7 } }, 1, dpi(50), 10 },
+        { "quality 50", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, 50 } }, 1, dpi(50) },
+        { "quality 2400", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, 2400 } }, 1, dpi(2400) },
+        { "quality 5000", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, 5000 } }, 1, dpi(2400) },
         { "quality unflagged", IO, PUBLIC, { { 90, 2, 600 } }, 1, {} },
-        { "DMRES_HIGH", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, -4 } }, 1, { { 90, 2, 300 }, { 96, 2, 300 }, { 236, 4, 300 } }, 300 },
-        { "DMRES_DRAFT", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, -1 } }, 1, { { 90, 2, 100 }, { 96, 2, 100 }, { 236, 4, 100 } }, 100 },
+        { "DMRES_HIGH", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, -4 } }, 1, dpi(300), 300 },
+        { "DMRES_DRAFT", IO, PUBLIC, { { 72, 4, 0x400 }, { 90, 2, -1 } }, 1, dpi(100), 100 },
         { "first paper id", IO, PUBLIC, { { 72, 4, 2 }, { 78, 2, 1 } }, 1, { { 72, 4, 0x1FC03 }, { 78, 2, 1 },
           { 80, 2, 2794 }, { 82, 2, 2159 }, { 102, 32, 0, L"Letter/ANSI A" }, { 228, 4, 0 } } },
         { "last paper id", IO, PUBLIC, { { 72, 4, 2 }, { 78, 2, 38 } }, 1, { { 72, 4, 0x1FC03 }, { 78, 2, 38 },
@@ -139,15 +210,8 @@ TEST(Exports, DocumentPropertiesMerge)
           with(custom, { { 80, 2, 1000 }, { 82, 2, 2000 }, { 248, 4, 567 }, { 252, 4, 283 }, { 256, 4, 2 } }), 0, 40 },
         { "foreign, unit 7", IO, FOREIGN, { { 72, 4, 0x8 }, { 80, 2, 1000 }, { 82, 2, 2000 }, { 256, 4, 7 } }, 1,
           with(custom, { { 80, 2, 1000 }, { 82, 2, 2000 }, { 248, 4, 2000 }, { 252, 4, 1000 }, { 256, 4, 7 } }) },
-        { "own record", IO, OWN, { { 228, 4, 5 }, { 232, 4, 1 }, { 236, 4, 600 }, { 240, 4, 1 }, { 244, 4, 1 },
-          { 248, 4, 111 }, { 252, 4, 222 }, { 256, 4, 2 }, { 260, 4, 4 }, { 264, 4, 8 }, { 276, 4, 16 },
-          { 308, 4, 55 }, { 340, 4, 8 }, { 364, 4, 0 }, { 368, 4, 0 }, { 372, 4, 1 }, { 376, 260, 0, L"d:\\out" },
-          { 896, 260, 0, L"&[Page]" }, { 1416, 260, 0, L"v.exe" }, { 1936, 260, 0, L"-x %f" },
-          { 2456, 512, 0, L"note" }, { 3480, 4, 1 } }, 1,
-          { { 240, 4, 1 }, { 248, 4, 111 }, { 252, 4, 222 }, { 256, 4, 2 }, { 260, 4, 4 }, { 264, 4, 8 },
-            { 276, 4, 16 }, { 308, 4, 55 }, { 340, 4, 8 }, { 364, 4, 0 }, { 368, 4, 0 }, { 372, 4, 1 },
-            { 376, 260, 0, L"d:\\out" }, { 896, 260, 0, L"&[Page]" }, { 1416, 260, 0, L"v.exe" },
-            { 1936, 260, 0, L"-x %f" }, { 3480, 4, 1 } } },
+        { "own record", IO, OWN, own, 1,
+          with(own, { { 228, 4, 14 }, { 232, 4, 0 }, { 236, 4, 200 }, { 244, 4, 0 }, { 2456, 512, 0, L"" } }) },
         { "unterminated strings", IO, OWN, { { 376, 260, 0, x260.c_str() }, { 1936, 260, 0, x260.c_str() } }, 1,
           { { 376, 260, 0, x259.c_str() }, { 1936, 260, 0, x259.c_str() } } },
         { "other private version", IO, OWN, { { 224, 4, 0x2011 }, { 260, 4, 4 }, { 3480, 4, 1 } }, 1, { { 3480, 4, 1 } } },
@@ -162,9 +226,7 @@ TEST(Exports, DocumentPropertiesMerge)
         { "no output record", IO, PUBLIC, {}, 3484, {} },
     };
     for (const DirectRow &r : rows) {
-        Layout in, out;
-        MakeInput(&in, r.base, r.extra, r.in);
-        MakeLayout(&out, 0, 0, 0, 0xA5);
+        Layout in = Input(r.base, r.extra, r.in), out;
         Bytes work = Factory(), want(out.bytes, out.bytes + sizeof(out.bytes));
         DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", r.base ? in.dm() : NULL,
                                      r.result == 3484 && r.mode ? NULL : out.dm(), 0, r.mode };
@@ -185,7 +247,6 @@ TEST(Exports, DocumentPropertiesMerge)
     SetLastError(0xdeadbeef);
     EXPECT_EQ("-1 - 0", Outcome(TheDriver().DocumentPropertySheets(NULL, 0), 0)) << "no header";
     Layout out;
-    MakeLayout(&out, 0, 0, 0, 0xA5);
     EXPECT_EQ(3484, TheDriver().DocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", out.dm(), NULL, 0));
     EXPECT_EQ(1, TheDriver().DocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", out.dm(), NULL, DM_OUT_BUFFER));
     EXPECT_EQ(Get(out.bytes, 260, 4), 5) << "the old entry point answers from the same record";
@@ -224,8 +285,7 @@ TEST(Exports, Capabilities)
           400, { 635, 254 } },
     };
     for (const auto &rec : records) {
-        Layout in;
-        MakeInput(&in, rec.base, 0, rec.in);
+        Layout in = Input(rec.base, 0, rec.in);
         CheckCapabilities(rec.name, NULL, rec.base ? in.dm() : NULL, rec.resolution, rec.paper,
                           rec.base ? in.dm()->dmFields : 0x1FC0F);
     }
@@ -376,9 +436,7 @@ TEST(Exports, SheetsThroughTheLibrary)
         { "printer, no library", PRINTER, 0, true, NO_LIBRARY, FALSE, "", 0, calls, false },
     };
     for (const auto &r : rows) {
-        Layout in, out;
-        MakeInput(&in, PUBLIC, 0, { { 72, 4, 0x401 }, { 76, 2, 2 }, { 90, 2, -4 } });
-        MakeLayout(&out, 0, 0, 0, 0xA5);
+        Layout in = Input(PUBLIC, 0, { { 72, 4, 0x401 }, { 76, 2, 2 }, { 90, 2, -4 } }), out;
         Bytes work = Factory(), want(out.bytes, out.bytes + sizeof(out.bytes));
         DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", in.dm(), out.dm(), 3484, r.mode };
         g_pages.clear();
@@ -444,7 +502,6 @@ TEST(Spooler, ThePrintersRecordIsTheMiddleLayer)
     ASSERT_TRUE(PrinterRecord(hPrinter, &saved, printer.data())) << GetLastError();
 
     Layout out;
-    MakeLayout(&out, 0, 0, 0, 0xA5);
     EXPECT_EQ(3484, DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, NULL, NULL, 0));
     EXPECT_EQ(IDOK, DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, out.dm(), NULL, DM_OUT_BUFFER));
     EXPECT_EQ("", FirstDiff(out.bytes, WriteOut(work, NULL).data(), sizeof(out.bytes))) << "printer's record";
@@ -452,10 +509,8 @@ TEST(Spooler, ThePrintersRecordIsTheMiddleLayer)
     CheckCapabilities("the printer's record", hPrinter, NULL, 600, { 2970, 4200 }, 0x1FC03);
 
     // A public-only caller's record overrides what it names, in its layout.
-    Layout in;
-    MakeLayout(&in, 220, 0, 0x0401, 0);
-    Apply(in.bytes, { { 72, 4, DM_ORIENTATION }, { 76, 2, 1 } });
-    MakeLayout(&out, 0, 0, 0, 0xA5);
+    Layout in = Input(PUBLIC, 0, { { 72, 4, DM_ORIENTATION }, { 76, 2, 1 } });
+    out = Layout();
     Apply(work.data(), { { 76, 2, 1 }, { 232, 4, 0 } });
     EXPECT_EQ(IDOK, DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, out.dm(), in.dm(), DM_IN_BUFFER | DM_OUT_BUFFER));
     EXPECT_EQ("", FirstDiff(out.bytes, WriteOut(work, in.bytes).data(), sizeof(out.bytes))) << "caller's record";

@@ -20,9 +20,7 @@ inline LONG WINAPI GuardTouched(EXCEPTION_POINTERS *)
 struct Guarded {
     BYTE *base = NULL;
     BYTE *p = NULL;
-    size_t n;
-    BYTE fill;
-    explicit Guarded(size_t size, BYTE with = 0) : n(size), fill(with)
+    explicit Guarded(size_t n, BYTE fill = 0)
     {
         SetUnhandledExceptionFilter(GuardTouched);
         SYSTEM_INFO si;
@@ -35,15 +33,6 @@ struct Guarded {
         memset(p, fill, n);
     }
     ~Guarded() { VirtualFree(base, 0, MEM_RELEASE); }
-    // Past the first NUL character the buffer still holds the fill: nothing
-    // was written beyond the string.
-    bool TailUntouched() const
-    {
-        size_t end = wcsnlen((const WCHAR *)p, n / 2) * 2 + 2;
-        while (end < n && p[end] == fill)
-            end++;
-        return end >= n;
-    }
     Guarded(const Guarded &) = delete;
     Guarded &operator=(const Guarded &) = delete;
     template <typename T> T *as() { return (T *)p; }
