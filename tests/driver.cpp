@@ -1,6 +1,7 @@
 #include "driver.h"
 
-#define LOOKUP(result, field, name, params) driver.field = (decltype(driver.field))(void *)GetProcAddress(driver.hModule, name);
+#define LOOKUP(result, field, name, params) \
+    driver.field = (decltype(driver.field))(void *)GetProcAddress(driver.hModule, name);
 
 const Driver &TheDriver()
 {

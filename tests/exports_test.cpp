@@ -1,6 +1,5 @@
-// The module's exports called directly, as the spooler calls them: each row a
-// caller's record (bytes at offsets) and a call, checked against the result,
-// the last error and the whole output buffer.
+// The module's exports called as the spooler calls them: each row a caller's record (bytes at offsets) and a
+// call, checked against the result, the last error and the whole output buffer.
 #include "driver.h"
 #include "guarded.h"
 #include "model.h"
@@ -89,11 +88,8 @@ TEST(Exports, ConvertDevMode)
     ClosePrinter(hLong);
 }
 
-// Malformed records at every export, each in a buffer of exactly the size its
-// header claims, ending against a page the process may not touch: any read or
-// write past what the header describes ends the test program.  A caller's
-// record is converted into ours and back, and handed to every export that reads
-// one; each result and last error is what a record of that layout allows.
+// A caller's record of any layout, converted into ours and back and handed to every export that reads one, in
+// a buffer of exactly the size its header claims against a page that ends the test program when touched.
 void EveryExport(WORD size, WORD extra, WORD version, BYTE pattern, bool all)
 {
     const Driver &d = TheDriver();
@@ -142,8 +138,7 @@ TEST(Exports, EveryLayoutAgainstGuardPages)
             for (WORD version : { 0, 0x0320, 0x0401 })
                 for (BYTE pattern : { 0x00, 0x41, 0xFF })
                     EveryExport(size, extra, version, pattern, true);
-    // Conversion for every header size up to well past the largest public
-    // part, and every private size up to well past ours.
+    // Conversion for every header size up to well past the largest public part, every private size past ours.
     for (WORD size = 0; size <= 1100; size++)
         for (WORD extra : { 0, 3264, 5000 })
             EveryExport(size, extra, 0x0401, 0xFF, false);
@@ -162,9 +157,8 @@ DWORD WINAPI OtherThreadsCall(void *)
     return TheDriver().DocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", out.dm(), NULL, DM_OUT_BUFFER);
 }
 
-// Document properties without a sheet: the working record is the factory
-// record with the caller's record merged (no printer handle, no printer layer),
-// written out in the smaller layout of the caller's and ours.
+// Without a sheet or printer the working record is the factory record with the caller's merged, written out
+// in the smaller layout of the caller's and ours.
 TEST(Exports, DocumentPropertiesMerge)
 {
     const DWORD IO = DM_IN_BUFFER | DM_OUT_BUFFER;
@@ -251,14 +245,12 @@ TEST(Exports, DocumentPropertiesMerge)
     EXPECT_EQ(1, TheDriver().DocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", out.dm(), NULL, DM_OUT_BUFFER));
     EXPECT_EQ(Get(out.bytes, 260, 4), 5) << "the old entry point answers from the same record";
 
-    // Another thread's call after all of these: none left the remembered
-    // record's lock held.
+    // Another thread's call after all of these: none left the remembered record's lock held.
     HANDLE other = CreateThread(NULL, 0, OtherThreadsCall, NULL, 0, NULL);
     EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(other, 10000)) << "another thread's call never returned";
 }
 
-// Every capability, the whole output buffer compared, so that a list that
-// writes one element too many shows.
+// Every capability, the whole output buffer compared, so that a list that writes one element too many shows.
 void CheckCapabilities(const char *name, HANDLE hPrinter, PDEVMODEW dm, int resolution, POINT paper, DWORD fields)
 {
     static BYTE got[8192], want[8192];
@@ -291,13 +283,10 @@ TEST(Exports, Capabilities)
     }
 }
 
-// The common property-sheet library as the module's sheets meet it: the
-// module loads it by name and looks its entry up, and both calls are pointed
-// at this stand-in.  It gives the reasons in the library's order and lists
-// the pages it is given as "size flags template title"; the device page is
-// also created and its caption and controls listed.  OK reaches a document
-// sheet only as a page's SET_RESULT, as it does from the pages' apply step;
-// the device sheet has no apply step, so there the library's own OK counts.
+// A stand-in for the property-sheet library, which the module loads by name: it gives the reasons in the
+// library's order and lists the pages as "size flags template title", the device page with its caption and
+// controls.  OK reaches a document sheet only as a page's SET_RESULT, as from the pages' apply step; the
+// device sheet has none, so there the library's own OK counts.
 enum Fault { NO_FAULT, NO_LIBRARY, NO_EXPORT, SIZING_FAILS, SIZE_CHANGES };
 std::string g_pages, g_calls;
 int g_added, g_refuseAt = 99, g_fault;
@@ -384,9 +373,8 @@ FARPROC WINAPI FakeGetProcAddress(HMODULE h, LPCSTR name)
     return g_fault == NO_EXPORT ? NULL : (FARPROC)(void *)Library;
 }
 
-// The spooler's answers as "level:buffer size;", with the sizing call failing
-// for another reason than a small buffer (its size given all the same), or
-// the size changing between the calls.
+// The spooler's answers as "level:buffer size;", the sizing call failing for another reason than a small
+// buffer (its size given all the same), or the size changing between the calls.
 BOOL WINAPI FakeGetPrinter(HANDLE hPrinter, DWORD level, LPBYTE buffer, DWORD cb, LPDWORD needed)
 {
     g_calls += std::to_string(level) + ":" + std::to_string(cb) + ";";
@@ -413,9 +401,8 @@ TEST(Exports, SheetsThroughTheLibrary)
     const std::string device = "1:" + v2 + " 0 113 Quillora" + about, untitled = "1:" + v2 + " 0 113" + about;
     const DWORD IOP = DM_IN_BUFFER | DM_OUT_BUFFER | DM_PROMPT;
     enum { LIBRARY, PROMPT, ADVANCED, PRINTER };
-    // Through which entry, the caller's mode, OK or Cancel, a fault -> the
-    // result, the pages the library was given, the mode it saw, the spooler's
-    // answers, whether the caller's output record is written.
+    // Entry, caller's mode, OK or Cancel, a fault -> the result, the pages the library was given, the mode it
+    // saw, the spooler's answers, whether the caller's output record is written.
     const struct { const char *name; int entry; DWORD mode; bool ok; int fault; LONG result; std::string pages;
                    DWORD seen; std::string calls; bool writes; } rows[] = {
         { "in and out", LIBRARY, IOP, true, NO_FAULT, 1, doc, IOP, "", true },
@@ -483,9 +470,7 @@ TEST(Exports, SheetsThroughTheLibrary)
         EXPECT_TRUE(d.PrinterEvent((LPWSTR)L"Quillora", event, 0, 0)) << "event " << event;
 }
 
-// The installed printer as applications meet it: winspool loads the module
-// from the spooler's driver folder, and the printer's own record is the layer
-// between the factory record and the caller's.
+// Through winspool, which loads the installed module: the printer's record lies between the factory's and the caller's.
 #define PRINTER L"Quillora"
 
 TEST(Spooler, ThePrintersRecordIsTheMiddleLayer)

@@ -14,8 +14,7 @@ typedef std::vector<BYTE> Bytes;
 // string padded with NULs to width characters.
 struct Put {
     int off, width, value;
-    const wchar_t *text;
-    Put(int o, int w, int v, const wchar_t *t = NULL) : off(o), width(w), value(v), text(t) {}
+    const wchar_t *text = NULL;
 };
 typedef std::vector<Put> Puts;
 
@@ -28,14 +27,14 @@ void ConvertInto(const BYTE *source, BYTE *target);
 Bytes WriteOut(const Bytes &work, const BYTE *callerIn);
 // "" when equal, else the first differing offset with both bytes.
 std::string FirstDiff(const BYTE *got, const BYTE *want, size_t n);
-// A capability's answer, its output written into out (when given) for a
-// working record whose resolution and current paper size are these.
 // A paper table row's name, and the size label the page-setup page shows for it.
 std::wstring PaperName(int row);
 std::wstring SizeLabel(int row);
 // A row's paper id, and its size in tenths of a millimetre or, raw, in the row's own unit.
 int PaperId(int row);
 POINT PaperSize(int row, bool raw = false);
+// A capability's answer, its output written into out (when given) for a
+// working record whose resolution and current paper size are these.
 DWORD ExpectedCap(WORD cap, BYTE *out, int resolution, POINT currentPaper);
 
 #endif
