@@ -526,22 +526,15 @@ std::vector<Act> EveryLength()
     std::vector<Act> acts = { { PAGE_SETUP, IDC_CUSTOM_PAPER, CLICK }, TO(e.bCustomPaper = 1) };
     int unit = 1, dpi = 200;
     for (const auto &r : rows) {
-        if (r.dpi != dpi) {
-            acts.push_back({ PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, std::to_wstring(r.dpi) });
-            acts.push_back([r](QLRDEVMODE &e) {    // the limits move with the resolution, the unit stays
+        if (r.dpi != dpi)    // the limits move with the resolution, the unit stays
+            acts.insert(acts.end(), { { PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, std::to_wstring(r.dpi) }, [r](QLRDEVMODE &e) {
                 e.iResolution = r.dpi, e.iCustomWidth = Clamp(e.iCustomWidth, e.iCustomUnit, r.dpi);
-                e.iCustomHeight = Clamp(e.iCustomHeight, e.iCustomUnit, r.dpi);
-            });
-        }
-        if (r.unit != unit) {
-            acts.push_back({ PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, r.unit });
-            acts.push_back([r](QLRDEVMODE &e) { ToUnit(e, r.unit); });
-        }
+                e.iCustomHeight = Clamp(e.iCustomHeight, e.iCustomUnit, r.dpi); } });
+        if (r.unit != unit)
+            acts.insert(acts.end(), { { PAGE_SETUP, IDC_UNIT_LIST, CHOOSE, r.unit }, [r](QLRDEVMODE &e) { ToUnit(e, r.unit); } });
         acts.push_back({ PAGE_SETUP, IDC_CUSTOM_WIDTH, TYPE, 0, r.text });
-        if (r.read == -2)
-            acts.push_back({ PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, r.text });
-        else
-            acts.push_back([r](QLRDEVMODE &e) { e.iCustomWidth = Clamp(r.read, r.unit, r.dpi); });
+        acts.push_back(r.read == -2 ? Act(PAGE_SETUP, IDC_CUSTOM_WIDTH, TEXT, 0, r.text)
+                                    : Act([r](QLRDEVMODE &e) { e.iCustomWidth = Clamp(r.read, r.unit, r.dpi); }));
         unit = r.unit, dpi = r.dpi;
     }
     return acts.push_back(CANCEL), acts;
@@ -563,9 +556,8 @@ std::vector<Act> EveryMask()
     };
     std::vector<Act> acts;
     for (const auto &r : rows)
-        acts.push_back({ FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, r.format }),
-            acts.push_back({ OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, r.mask }),
-            acts.push_back({ OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, r.example });
+        acts.insert(acts.end(), { { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, r.format },
+                                  { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, r.mask }, { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, r.example } });
     return acts.push_back(CANCEL), acts;
 }
 
@@ -582,12 +574,11 @@ std::vector<Act> EveryCommand()
                               { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"(c) test copyright" },
                               { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, TO(e.bShowResult = 0),
                               { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" } };
-    for (const auto &r : rows) {
+    for (const auto &r : rows)
         acts.insert(acts.end(), { { OUTPUT_PAGE, 0, CLASSES, 0, key + L"|" + r.command },
                                   { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
                                   { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, r.found ? L"Quillora test viewer" : L"" },
                                   { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, r.found ? L"1.2.3.4" : L"" } });
-    }
     acts.insert(acts.end(), { { OUTPUT_PAGE, 0, CLASSES, 0, key }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
                               { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_APP_ICON, ICON, 1 },
                               { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"" }, CANCEL });
