@@ -11,14 +11,13 @@ std::string Compare(HWND c, const std::function<void(HDC, int, int)> &paint)
     if (!CaptureWindow(c, FALSE, &got, &w, &h) || got.empty())
         return "no picture of the control";
     DrawToPixels(w, h, [&](HDC dc) { paint(dc, w, h); }, &want);
-    for (size_t i = 0; i < std::min(got.size(), want.size()); i++)
-        if ((got[i] ^ want[i]) & 0xFFFFFF) {
-            char text[80];
-            snprintf(text, sizeof(text), "first difference at (%d,%d): %06lx, want %06lx", int(i % w), int(i / w),
-                     got[i] & 0xFFFFFFul, want[i] & 0xFFFFFFul);
-            return text;
-        }
-    return "";
+    const size_t i = std::mismatch(got.begin(), got.end(), want.begin(), want.end(),
+                                   [](DWORD a, DWORD b) { return !((a ^ b) & 0xFFFFFF); }).first - got.begin();
+    char text[80] = "";
+    if (i < std::min(got.size(), want.size()))
+        snprintf(text, sizeof(text), "first difference at (%d,%d): %06lx, want %06lx", int(i % w), int(i / w),
+                 got[i] & 0xFFFFFFul, want[i] & 0xFFFFFFul);
+    return text;
 }
 
 void Stroke(HDC dc, COLORREF c, std::initializer_list<int> xy, bool turn, bool dots)
@@ -30,8 +29,6 @@ void Stroke(HDC dc, COLORREF c, std::initializer_list<int> xy, bool turn, bool d
     }
     DeleteObject(SelectObject(dc, old));
 }
-
-void Dots(HDC dc, COLORREF c, std::initializer_list<int> xy, bool turn) { Stroke(dc, c, xy, turn, true); }
 
 void Round(HDC dc, COLORREF pen, COLORREF brush, int l, int t, int r, int b, int e)
 {
@@ -79,8 +76,7 @@ int GdiObjects()
         return (int)n;
     auto peb = (BYTE *(WINAPI *)(void))(void *)GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetCurrentPeb");
     const Entry *table = peb ? *(const Entry *const *)(peb() + 0xF8) : NULL;
-    int count = 0;
-    for (int i = 0; table && i < 0x10000; i++)
-        count += table[i].type && (!LOWORD(table[i].owner) || LOWORD(table[i].owner) == GetCurrentProcessId());
-    return count;
+    return table ? (int)std::count_if(table, table + 0x10000, [](const Entry &e) {
+        return e.type && (!LOWORD(e.owner) || LOWORD(e.owner) == GetCurrentProcessId());
+    }) : 0;
 }

@@ -15,7 +15,7 @@ struct Scheme { const char *name; COLORREF face, shadow, dark, hilight, light, f
 std::string Compare(HWND c, const std::function<void(HDC, int, int)> &paint);
 // Points x, y... joined by MoveToEx/LineTo or set as dots, optionally turned round in a 12-pixel square.
 void Stroke(HDC dc, COLORREF c, std::initializer_list<int> xy, bool turn = false, bool dots = false);
-void Dots(HDC dc, COLORREF c, std::initializer_list<int> xy, bool turn = false);
+inline void Dots(HDC dc, COLORREF c, std::initializer_list<int> xy, bool turn = false) { Stroke(dc, c, xy, turn, true); }
 // A rounded rectangle in a pen and a brush; a rectangle all in one colour.
 void Round(HDC dc, COLORREF pen, COLORREF brush, int l, int t, int r, int b, int e);
 void Fill(HDC dc, COLORREF c, int l, int t, int r, int b);

@@ -1,5 +1,5 @@
 #include "skin_host.h"
-#include "skin/skin.h"
+#include <algorithm>
 
 // Face 192, shadow 128, dark shadow 0: the mixes halve -64 and -128 exactly.
 const Scheme CLASSIC = { "classic", RGB(192, 192, 192), RGB(128, 128, 128), RGB(0, 0, 0), RGB(255, 255, 255),
@@ -7,10 +7,8 @@ const Scheme CLASSIC = { "classic", RGB(192, 192, 192), RGB(128, 128, 128), RGB(
 
 static const int g_Indices[] = { COLOR_BTNFACE, COLOR_BTNSHADOW, COLOR_3DDKSHADOW, COLOR_BTNHIGHLIGHT,
                                  COLOR_3DLIGHT, COLOR_WINDOWFRAME, COLOR_BTNTEXT };
-static const COLORREF g_Saved[] = { GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNSHADOW),    // at start
-                                    GetSysColor(COLOR_3DDKSHADOW), GetSysColor(COLOR_BTNHIGHLIGHT),
-                                    GetSysColor(COLOR_3DLIGHT), GetSysColor(COLOR_WINDOWFRAME),
-                                    GetSysColor(COLOR_BTNTEXT) };
+static COLORREF g_Saved[ARRAYSIZE(g_Indices)];
+static const bool g_SavedAtStart = std::transform(g_Indices, std::end(g_Indices), g_Saved, GetSysColor) != NULL;
 
 void UseScheme(const Scheme &s)
 {
@@ -20,35 +18,23 @@ void UseScheme(const Scheme &s)
 
 void RestoreColours() { SetSysColors(ARRAYSIZE(g_Indices), g_Indices, g_Saved); }
 
-HWND SkinHost::Add(const Item &i)
+HWND SkinHost::AddButton(int id, DWORD style, LPCWSTR text, int w, int h, int x, int y, LPCWSTR cls)
 {
-    HWND c = CreateWindowExW(0, i.attach == AttachPagePreview ? L"STATIC" : L"BUTTON", i.text,
-                             WS_CHILD | WS_VISIBLE | i.style, i.x, i.y, i.w, i.h, hwnd, (HMENU)(INT_PTR)i.id,
+    HWND c = CreateWindowExW(0, cls, text, WS_CHILD | WS_VISIBLE | style, x, y, w, h, hwnd, (HMENU)(INT_PTR)id,
                              GetModuleHandleW(NULL), NULL);
     SendMessageW(c, WM_SETFONT, (WPARAM)GetStockObject(DEFAULT_GUI_FONT), FALSE);
-    if (i.attach)
-        i.attach(hwnd, i.id);
     return c;
 }
 
-static INT_PTR CALLBACK HostProc(HWND dlg, UINT msg, WPARAM, LPARAM lParam)
-{
-    if (msg != WM_INITDIALOG)
-        return FALSE;
-    SkinHost *host = (SkinHost *)lParam;
-    host->hwnd = dlg;
-    for (const SkinHost::Item &i : host->items)
-        host->Add(i);
-    return TRUE;    // the dialog manager focuses the first tab stop
-}
+static INT_PTR CALLBACK HostProc(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
 
 bool SkinHost::Create()
 {
     alignas(4) static const struct { DLGTEMPLATE t; WORD menu, cls, title; } tmpl = {
         { WS_POPUP | WS_VISIBLE, 0, 0, 0, 0, 320, 240 }, 0, 0, 0 };
-    bool ok = CreateDialogIndirectParamW(GetModuleHandleW(NULL), &tmpl.t, NULL, HostProc, (LPARAM)this) != NULL;
+    hwnd = CreateDialogIndirectParamW(GetModuleHandleW(NULL), &tmpl.t, NULL, HostProc, 0);
     Pump();
-    return ok;
+    return hwnd != NULL;
 }
 
 void SkinHost::Pump()

@@ -4,7 +4,6 @@
 #define QLR_TESTS_SKIN_HOST_H
 
 #include <windows.h>
-#include <vector>
 #include "pictures.h"
 
 // The host's own control ids; the skin reads no id.
@@ -15,15 +14,11 @@ void UseScheme(const Scheme &s);
 inline void UseClassicColours() { UseScheme(CLASSIC); }
 void RestoreColours();
 
-// A modeless dialog whose WM_INITDIALOG creates and attaches the items; Create shows it.
+// A modeless dialog, shown by Create; its controls in the default GUI font.
 struct SkinHost {
-    struct Item { int id; DWORD style; LPCWSTR text; int x, y, w, h; void (*attach)(HWND, int); };
-    std::vector<Item> items;
     HWND hwnd = NULL;
     bool Create();
-    HWND Add(const Item &item);
-    HWND AddButton(int id, DWORD style, LPCWSTR text, int w, int h, int x = 0, int y = 0)
-    { return Add({ id, style, text, x, y, w, h, nullptr }); }
+    HWND AddButton(int id, DWORD style, LPCWSTR text, int w, int h, int x = 0, int y = 0, LPCWSTR cls = L"BUTTON");
     void Destroy() { if (hwnd) DestroyWindow(hwnd); hwnd = NULL; }
     ~SkinHost() { Destroy(); }
     void Show() { ShowWindow(hwnd, SW_SHOW); Pump(); }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include "skin/skin.h"
 #include "skin_host.h"
-#include "pictures.h"
 
 namespace {
 
@@ -67,16 +66,16 @@ void PushFace(HDC dc, const Scheme &s, Look k, int R, int B)
         return;
     if (!k.pressed) {
         Stroke(dc, s.hilight, { 2, B - 4, 2, 2, R - 3, 2 }), Dots(dc, s.hilight, { 3, 3 });
-        Stroke(dc, s.halfShadow, { 3, B - 3, R - 4, B - 3, R - 4, B - 4, R - 3, B - 4, R - 3, 2 });
         Stroke(dc, s.shadow, { 3, B - 2, R - 3, B - 2, R - 3, B - 3, R - 2, B - 3, R - 2, 2 });
         Dots(dc, s.halfShadow, { 1, 2, 2, 1, R - 3, 1, R - 2, 2, 2, B - 2, 1, B - 3 });
     } else {
         Stroke(dc, s.halfDark, { 1, B - 4, 1, 2, 2, 2, 2, 1, R - 3, 1 });
         Stroke(dc, s.shadow, { 2, B - 4, 2, 3, 3, 3, 3, 2, R - 3, 2 });
         Stroke(dc, s.light, { 3, B - 2, R - 4, B - 2, R - 2, B - 4, R - 2, 2 });
-        Stroke(dc, s.face, { 3, B - 3, R - 4, B - 3, R - 4, B - 4, R - 3, B - 4, R - 3, 2 });
         Dots(dc, s.face, { R - 2, 2, 2, B - 2 }), Dots(dc, s.shadow, { R - 3, 1, 1, B - 3 });
     }
+    // The inner step of the lower right, touching none of the pixels above, whichever order they come in.
+    Stroke(dc, k.pressed ? s.face : s.halfShadow, { 3, B - 3, R - 4, B - 3, R - 4, B - 4, R - 3, B - 4, R - 3, 2 });
     Dots(dc, s.halfDark, { 0, 2, 2, 0, R - 3, 0, R - 1, 2, R - 1, B - 3, R - 3, B - 1, 2, B - 1, 0, B - 3 });
 }
 
@@ -84,7 +83,7 @@ void PushFace(HDC dc, const Scheme &s, Look k, int R, int B)
 std::string Compare(HWND c, const Scheme &s, Look k)
 {
     const LONG type = GetWindowLongW(c, GWL_STYLE) & BS_TYPEMASK;
-    const bool push = type <= BS_DEFPUSHBUTTON, check = type == BS_AUTO3STATE, radio = type == BS_AUTORADIOBUTTON;
+    const bool push = type <= BS_DEFPUSHBUTTON, group = type == BS_GROUPBOX, radio = type == BS_AUTORADIOBUTTON;
     return Compare(c, [&](HDC dc, int R, int B) {
         Fill(dc, s.face, 0, 0, R, B);
         if (push)
@@ -94,104 +93,107 @@ std::string Compare(HWND c, const Scheme &s, Look k)
         SelectObject(dc, (HFONT)SendMessageW(c, WM_GETFONT, 0, 0));
         GetTextExtentPoint32W(dc, text, GetWindowTextW(c, text, 160), &size);
         SetBkMode(dc, TRANSPARENT);
-        if (type == BS_GROUPBOX) {
-            int y = size.cy / 2, gap = std::min<int>(size.cx + 14, R - 10);
+        const int y = size.cy / 2, gap = std::min<int>(size.cx + 14, R - 10);
+        if (group)
             Stroke(dc, s.shadow, { 6, y, 2, y, 2, y + 1, 1, y + 1, 1, y + 2, 0, y + 2, 0, B - 2, 1, B - 2, 1, B - 1,
                                    2, B - 1, 2, B, R - 2, B, R - 2, B - 1, R - 1, B - 1, R - 1, B - 2, R, B - 2,
                                    R, y + 2, R - 1, y + 2, R - 1, y + 1, R - 2, y + 1, R - 2, y, gap, y });
-            RECT t = { 10, 0, std::min<int>(size.cx + 10, gap - 4), size.cy };
-            SetTextColor(dc, s.text);
-            DrawTextW(dc, text, -1, &t, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
-            return;
-        }
-        int left = push ? (R - size.cx) >> 1 : 17, top = ((B - size.cy) >> 1) - !push;
-        RECT t = { left, top, left + size.cx, top + size.cy }, f = { 4, 4, R - 4, B - 4 };
+        int left = group ? 10 : push ? (R - size.cx) >> 1 : 17, top = group ? 0 : ((B - size.cy) >> 1) - !push;
+        RECT t = { left, top, group ? std::min<int>(size.cx + 10, gap - 4) : left + size.cx, top + size.cy },
+             f = { 4, 4, R - 4, B - 4 };
         SetTextColor(dc, k.disabled ? s.shadow : push && k.pressed ? s.hilight : s.text);
-        DrawTextW(dc, text, -1, &t, DT_CENTER);
+        DrawTextW(dc, text, -1, &t, group ? DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS : DT_CENTER);
         if (!push)    // the caption grown by one, one more at the bottom, within the control
             f = { std::max(left - 1, 0), std::max(top - 1, 0), std::min<int>(t.right + 1, R),
                   std::min<int>(t.bottom + 2, B) };
         if (k.focus)
             DrawFocusRect(dc, &f);
         SetViewportOrgEx(dc, radio, ((B - 12) >> 1) - 1, NULL);    // the mark's top left
-        check ? CheckMark(dc, s, k) : radio ? RadioMark(dc, s, k) : (void)0;
+        type == BS_AUTO3STATE ? CheckMark(dc, s, k) : radio ? RadioMark(dc, s, k) : (void)0;
     });
 }
+
+const struct Item { int id; DWORD style; LPCWSTR text; int x, y, w, h; void (*attach)(HWND, int); } ITEMS[] = {
+    { IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, L"OK", 10, 10, 75, 23, AttachPushButton },
+    { HOST_PUSH, WS_TABSTOP, L"&Browse...", 100, 10, 76, 24, AttachPushButton },
+    { HOST_CHECK, BS_AUTO3STATE | WS_TABSTOP, L"Crop the edges of the page", 10, 45, 100, 16, AttachCheckBox },
+    { HOST_RADIO, BS_AUTORADIOBUTTON | WS_TABSTOP | WS_GROUP, L"Portrait", 10, 70, 120, 16, AttachRadioButton },
+    { HOST_RADIO2, BS_AUTORADIOBUTTON, L"Landscape", 10, 90, 120, 17, AttachRadioButton },
+    { HOST_GROUP, BS_GROUPBOX | WS_GROUP, L"Orientation", 200, 45, 180, 90, AttachGroupBox },
+    { HOST_GROUP2, BS_GROUPBOX, L"Paper size and source", 200, 150, 100, 60, AttachGroupBox },
+    { HOST_PREVIEW, 0, L"Preview", 400, 10, 170, 210, AttachPagePreview },
+};
 
 class Skin : public ::testing::TestWithParam<const Scheme *> {};
 
 TEST_P(Skin, ControlsFollowTheirMessages)
 {
-    UseScheme(*GetParam());    // before the first attach builds the palette
+    const Scheme &s = *GetParam();
+    UseScheme(s);    // before the first attach builds the palette
     struct Restore { ~Restore() { RestoreColours(); } } restore;
     SkinHost host;
-    host.items = {
-        { IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, L"OK", 10, 10, 75, 23, AttachPushButton },
-        { HOST_PUSH, WS_TABSTOP, L"&Browse...", 100, 10, 76, 24, AttachPushButton },
-        { HOST_CHECK, BS_AUTO3STATE | WS_TABSTOP, L"Crop the edges of the page", 10, 45, 100, 16, AttachCheckBox },
-        { HOST_RADIO, BS_AUTORADIOBUTTON | WS_TABSTOP | WS_GROUP, L"Portrait", 10, 70, 120, 16, AttachRadioButton },
-        { HOST_RADIO2, BS_AUTORADIOBUTTON, L"Landscape", 10, 90, 120, 17, AttachRadioButton },
-        { HOST_GROUP, BS_GROUPBOX | WS_GROUP, L"Orientation", 200, 45, 180, 90, AttachGroupBox },
-        { HOST_GROUP2, BS_GROUPBOX, L"Paper size and source", 200, 150, 100, 60, AttachGroupBox },
-        { HOST_PREVIEW, 0, L"Preview", 400, 10, 170, 210, AttachPagePreview },
-    };
     ASSERT_TRUE(host.Create());
-    static const struct { const char *name; int id; UINT action; WPARAM wParam; Look look; } steps[] = {
-        { "OK, the default button, focused by the dialog", IDOK, LOOK, 0, { 0, 0, 1, 0 } },
-        { "Tab: Browse focused and default", HOST_PUSH, TAB, 0, { 0, 0, 1, 0 } },
-        { "OK without the focus", IDOK, LOOK, 0, {} },
-        { "Browse held down", HOST_PUSH, BM_SETSTATE, TRUE, { 0, 1, 1, 0 } },
-        { "Browse released", HOST_PUSH, BM_SETSTATE, FALSE, { 0, 0, 1, 0 } },
-        { "Tab: check box focused, its rectangle cut at the right edge", HOST_CHECK, TAB, 0, { 0, 0, 1, 0 } },
-        { "check box indeterminate", HOST_CHECK, BM_SETCHECK, BST_INDETERMINATE, { 2, 0, 1, 0 } },
-        { "check box held down", HOST_CHECK, BM_SETSTATE, TRUE, { 2, 1, 1, 0 } },
-        { "check box ticked while held", HOST_CHECK, BM_SETCHECK, BST_CHECKED, { 1, 1, 1, 0 } },
-        { "check box released", HOST_CHECK, BM_SETSTATE, FALSE, { 1, 0, 1, 0 } },
-        { "Tab: radio button focused", HOST_RADIO, TAB, 0, { 0, 0, 1, 0 } },
-        { "check box without the focus", HOST_CHECK, LOOK, 0, { 1, 0, 0, 0 } },
-        { "radio button checked", HOST_RADIO, BM_SETCHECK, BST_CHECKED, { 1, 0, 1, 0 } },
-        { "radio button held down", HOST_RADIO, BM_SETSTATE, TRUE, { 1, 1, 1, 0 } },
-        { "radio button released", HOST_RADIO, BM_SETSTATE, FALSE, { 1, 0, 1, 0 } },
-        { "second radio button held down", HOST_RADIO2, BM_SETSTATE, TRUE, { 0, 1, 0, 0 } },
-        { "radio button disabled", HOST_RADIO, ENABLE, FALSE, { 1, 0, 0, 1 } },
-        { "second radio button disabled while held", HOST_RADIO2, ENABLE, FALSE, { 0, 1, 0, 1 } },
-        { "disabled radio button released", HOST_RADIO2, BM_SETSTATE, FALSE, { 0, 0, 0, 1 } },
-        { "check box disabled", HOST_CHECK, ENABLE, FALSE, { 1, 0, 0, 1 } },
-        { "disabled check box indeterminate", HOST_CHECK, BM_SETCHECK, BST_INDETERMINATE, { 2, 0, 0, 1 } },
-        { "disabled check box held down", HOST_CHECK, BM_SETSTATE, TRUE, { 2, 1, 0, 1 } },
-        { "disabled check box cleared while held", HOST_CHECK, BM_SETCHECK, BST_UNCHECKED, { 0, 1, 0, 1 } },
-        { "Browse held down without the focus", HOST_PUSH, BM_SETSTATE, TRUE, { 0, 1, 0, 0 } },
-        { "Browse disabled while held", HOST_PUSH, ENABLE, FALSE, { 0, 1, 0, 1 } },
-        { "group box", HOST_GROUP, LOOK, 0, {} },
-        { "group box caption cut with an ellipsis", HOST_GROUP2, LOOK, 0, {} },
+    for (const Item &i : ITEMS) {
+        const LPCWSTR cls = i.attach == AttachPagePreview ? L"STATIC" : L"BUTTON";
+        host.AddButton(i.id, i.style, i.text, i.w, i.h, i.x, i.y, cls);
+        i.attach(host.hwnd, i.id);
+    }
+    // The dialog manager focuses the first tab stop, as when a dialog starts.
+    SendMessageW(host.hwnd, WM_NEXTDLGCTL, (WPARAM)GetDlgItem(host.hwnd, IDOK), TRUE);
+    host.Pump();
+    // want: a control's check, pressed, focus and disabled; the preview's paper width, height, landscape and crop.
+    static const struct { const char *name; int id; UINT action; WPARAM wParam; LPARAM lParam; int want[4]; } steps[] = {
+        { "OK, the default button, focused by the dialog", IDOK, LOOK, 0, 0, { 0, 0, 1, 0 } },
+        { "Tab: Browse focused and default", HOST_PUSH, TAB, 0, 0, { 0, 0, 1, 0 } },
+        { "OK without the focus", IDOK, LOOK, 0, 0, {} },
+        { "Browse held down", HOST_PUSH, BM_SETSTATE, TRUE, 0, { 0, 1, 1, 0 } },
+        { "Browse released", HOST_PUSH, BM_SETSTATE, FALSE, 0, { 0, 0, 1, 0 } },
+        { "Tab: check box focused, its rectangle cut at the right edge", HOST_CHECK, TAB, 0, 0, { 0, 0, 1, 0 } },
+        { "check box indeterminate", HOST_CHECK, BM_SETCHECK, BST_INDETERMINATE, 0, { 2, 0, 1, 0 } },
+        { "check box held down", HOST_CHECK, BM_SETSTATE, TRUE, 0, { 2, 1, 1, 0 } },
+        { "check box ticked while held", HOST_CHECK, BM_SETCHECK, BST_CHECKED, 0, { 1, 1, 1, 0 } },
+        { "check box released", HOST_CHECK, BM_SETSTATE, FALSE, 0, { 1, 0, 1, 0 } },
+        { "Tab: radio button focused", HOST_RADIO, TAB, 0, 0, { 0, 0, 1, 0 } },
+        { "check box without the focus", HOST_CHECK, LOOK, 0, 0, { 1, 0, 0, 0 } },
+        { "radio button checked", HOST_RADIO, BM_SETCHECK, BST_CHECKED, 0, { 1, 0, 1, 0 } },
+        { "radio button held down", HOST_RADIO, BM_SETSTATE, TRUE, 0, { 1, 1, 1, 0 } },
+        { "radio button released", HOST_RADIO, BM_SETSTATE, FALSE, 0, { 1, 0, 1, 0 } },
+        { "second radio button held down", HOST_RADIO2, BM_SETSTATE, TRUE, 0, { 0, 1, 0, 0 } },
+        { "radio button disabled", HOST_RADIO, ENABLE, FALSE, 0, { 1, 0, 0, 1 } },
+        { "second radio button disabled while held", HOST_RADIO2, ENABLE, FALSE, 0, { 0, 1, 0, 1 } },
+        { "disabled radio button released", HOST_RADIO2, BM_SETSTATE, FALSE, 0, { 0, 0, 0, 1 } },
+        { "check box disabled", HOST_CHECK, ENABLE, FALSE, 0, { 1, 0, 0, 1 } },
+        { "disabled check box indeterminate", HOST_CHECK, BM_SETCHECK, BST_INDETERMINATE, 0, { 2, 0, 0, 1 } },
+        { "disabled check box held down", HOST_CHECK, BM_SETSTATE, TRUE, 0, { 2, 1, 0, 1 } },
+        { "disabled check box cleared while held", HOST_CHECK, BM_SETCHECK, BST_UNCHECKED, 0, { 0, 1, 0, 1 } },
+        { "Browse held down without the focus", HOST_PUSH, BM_SETSTATE, TRUE, 0, { 0, 1, 0, 0 } },
+        { "Browse disabled while held", HOST_PUSH, ENABLE, FALSE, 0, { 0, 1, 0, 1 } },
+        { "group box", HOST_GROUP, LOOK, 0, 0, {} },
+        { "group box caption cut with an ellipsis", HOST_GROUP2, LOOK, 0, 0, {} },
+        { "A4 portrait from the start", HOST_PREVIEW, LOOK, 0, 0, { 2100, 2970, 0, 0 } },
+        { "landscape, not yet painted", HOST_PREVIEW, PVM_SETORIENTATION, TRUE, 0, { 2100, 2970, 0, 0 } },
+        { "landscape painted", HOST_PREVIEW, PVM_SETORIENTATION, TRUE, 1, { 2100, 2970, 1, 0 } },
+        { "crop, not yet painted", HOST_PREVIEW, PVM_SETCROP, TRUE, 0, { 2100, 2970, 1, 0 } },
+        { "a new paper paints the crop", HOST_PREVIEW, PVM_SETPAPER, 2100, 2970, { 2100, 2970, 1, 1 } },
+        { "portrait cropped", HOST_PREVIEW, PVM_SETORIENTATION, FALSE, 1, { 2100, 2970, 0, 1 } },
+        { "a strip too short for every row", HOST_PREVIEW, PVM_SETPAPER, 2970, 300, { 2970, 300, 0, 1 } },
+        { "a square", HOST_PREVIEW, PVM_SETPAPER, 500, 500, { 500, 500, 0, 1 } },
     };
     for (const auto &step : steps) {
         HWND c = GetDlgItem(host.hwnd, step.id);
+        const int *w = step.want;
         if (step.action == TAB)
             PostMessageW(GetFocus(), WM_KEYDOWN, VK_TAB, 0), host.Pump();
         else if (step.action == ENABLE)
             EnableWindow(c, (BOOL)step.wParam);
         else
-            SendMessageW(c, step.action, step.wParam, 0);
-        // Read before any message is pumped: every change repaints at once.
-        EXPECT_EQ("", Compare(c, *GetParam(), step.look)) << GetParam()->name << ": " << step.name;
-        host.Pump();
-    }
-    static const struct { const char *name; UINT msg; WPARAM wParam; LPARAM lParam; int W, H, land, crop; } sheets[] = {
-        { "A4 portrait from the start", WM_NULL, 0, 0, 2100, 2970, 0, 0 },
-        { "landscape, not yet painted", PVM_SETORIENTATION, TRUE, 0, 2100, 2970, 0, 0 },
-        { "landscape painted", PVM_SETORIENTATION, TRUE, 1, 2100, 2970, 1, 0 },
-        { "crop, not yet painted", PVM_SETCROP, TRUE, 0, 2100, 2970, 1, 0 },
-        { "a new paper paints the crop", PVM_SETPAPER, 2100, 2970, 2100, 2970, 1, 1 },
-        { "portrait cropped", PVM_SETORIENTATION, FALSE, 1, 2100, 2970, 0, 1 },
-        { "a strip too short for every row", PVM_SETPAPER, 2970, 300, 2970, 300, 0, 1 },
-        { "a square", PVM_SETPAPER, 500, 500, 500, 500, 0, 1 },
-    };
-    HWND c = GetDlgItem(host.hwnd, HOST_PREVIEW);
-    for (const auto &step : sheets) {
-        SendMessageW(c, step.msg, step.wParam, step.lParam);
-        EXPECT_EQ("", ComparePreview(c, *GetParam(), step.W, step.H, step.land, step.crop))
-            << GetParam()->name << ": " << step.name;
+            SendMessageW(c, step.action, step.wParam, step.lParam);
+        // Read before any message is pumped: every change repaints at once, the preview's when told to or for a paper.
+        EXPECT_EQ("", step.id == HOST_PREVIEW ? ComparePreview(c, s, w[0], w[1], w[2], w[3])
+                                              : Compare(c, s, { w[0], w[1], w[2], w[3] }))
+            << s.name << ": " << step.name;
+        if (step.id != HOST_PREVIEW)
+            host.Pump();
     }
     // Every control painted held down and released, enabled and not, ten times more: no GDI object stays behind.
     const int gdi = GdiObjects();
@@ -200,7 +202,7 @@ TEST_P(Skin, ControlsFollowTheirMessages)
             EnableWindow(GetDlgItem(host.hwnd, id), i & 2);
             SendMessageW(GetDlgItem(host.hwnd, id), BM_SETSTATE, i & 1, 0), UpdateWindow(GetDlgItem(host.hwnd, id));
         }
-    EXPECT_EQ(gdi, GdiObjects()) << GetParam()->name;
+    EXPECT_EQ(gdi, GdiObjects()) << s.name;
 }
 
 INSTANTIATE_TEST_SUITE_P(Schemes, Skin, ::testing::Values(&CLASSIC, &ODD, &HIGH));
