@@ -243,9 +243,36 @@ std::vector<Step> View(const QLRDEVMODE &e, bool skins)
     return v;
 }
 
+// Keyboard probes, each key pressed from a control the focus is put on: TABS s the ids Tab stops at in reading
+// order, each reached by Tab from the one before and left by Shift+Tab back to it; ARROWS s one radio group: from
+// each radio the record leaves shown and enabled, Down and Right land on the next such one, Up and Left on the
+// one before, round the group.
+enum { LISTED = 100, TABS, ARROWS };
+std::vector<Step> Keyboard(const Step &a, const QLRDEVMODE &e)
+{
+    const std::vector<Step> view = View(e, false);
+    auto usable = [&](int id) {
+        return a.op == TABS || std::none_of(view.begin(), view.end(), [&](const Step &s) {
+            return s.where == a.where && s.id == id && (s.op == ON || s.op == SHOWN) && !s.n; });
+    };
+    std::vector<int> ids;
+    for (WCHAR *end, *at = (WCHAR *)a.s.c_str(); *at; at = end)
+        ids.push_back((int)wcstol(at, &end, 10));
+    ids.erase(std::remove_if(ids.begin(), ids.end(), [&](int id) { return !usable(id); }), ids.end());
+    std::vector<Step> v;
+    auto press = [&](int from, const std::wstring &key, int shift, int to) {
+        v.insert(v.end(), { { a.where, from, GO }, { a.where, 0, KEYS, shift, key }, { a.where, to, FOCUS } });
+    };
+    const size_t n = ids.size();
+    for (size_t i = 1; a.op == TABS && i < 2 * n - 1; i++)    // forward to the last, then back to the first
+        press(ids[i < n ? i - 1 : 2 * n - i - 1], L"\t", i >= n, ids[i < n ? i : 2 * n - i - 2]);
+    for (size_t i = 0; a.op == ARROWS && i < 4 * n; i++)
+        press(ids[i / 4], std::wstring(1, L"\x28\x27\x26\x25"[i % 4]), 0, ids[(i / 4 + (i % 4 < 2 ? 1 : n - 1)) % n]);
+    return v;
+}
+
 // The profile manager as a step LISTED shows it: n the selected entry (-1 none), s the entries in order, each
 // ended by "|", then the selected profile's comment.  The editing group works only while there are entries.
-enum { LISTED = 100 };
 std::vector<Step> Listed(const Step &a)
 {
     const std::wstring &all = a.s;
@@ -390,8 +417,8 @@ protected:
             steps.clear();
         auto add = [&](const std::vector<Step> &v) { steps.insert(steps.end(), v.begin(), v.end()); };
         for (const Act &a : s.acts) {
-            if (a.op == LISTED) {
-                add(Listed(a));
+            if (a.op >= LISTED) {
+                add(a.op == LISTED ? Listed(a) : Keyboard(a, *e));
                 continue;
             }
             if (a.change) {

@@ -56,18 +56,20 @@ HWND Target(HWND hDlg, int where)
     return where >= P_BMP ? hPanel : hPage;
 }
 
+// A control of the window or of the format panel it shows (a page's tab stops run through its panel).
+HWND Control(HWND t, int id)
+{
+    HWND c = GetDlgItem(t, id);
+    for (HWND panel = NULL; !c && (panel = FindWindowExW(t, panel, L"#32770", NULL));)
+        c = IsWindowVisible(panel) ? GetDlgItem(panel, id) : NULL;
+    return c;
+}
+
 // The control with the focus; the edit of a combo box counts as the combo.
 HWND Focused()
 {
     HWND f = GetFocus();
     return f && ClassIs(GetParent(f), L"ComboBox") ? GetParent(f) : f;
-}
-
-// A control a keyboard user can reach: shown, enabled, and no empty read-only field.
-bool Usable(HWND c)
-{
-    bool emptyField = ClassIs(c, L"Edit") && (GetWindowLongW(c, GWL_STYLE) & ES_READONLY) && !GetWindowTextLengthW(c);
-    return c && IsWindowVisible(c) && IsWindowEnabled(c) && !emptyField;
 }
 
 void Go(HWND c)
@@ -84,68 +86,6 @@ void Press(HWND t, WORD vk, bool shift)
     keybd_event((BYTE)vk, 0, 0, 0), keybd_event((BYTE)vk, 0, KEYEVENTF_KEYUP, 0);
     if (shift)
         keybd_event(VK_SHIFT, 0, KEYEVENTF_KEYUP, 0);
-}
-
-std::vector<int> Ids(const std::wstring &s)
-{
-    std::vector<int> ids;
-    for (WCHAR *end, *at = (WCHAR *)s.c_str(); *at; at = end)
-        ids.push_back((int)wcstol(at, &end, 10));
-    return ids;
-}
-
-// Tab from the first id round to it again, then Shift+Tab: inside t the focus stops at the
-// listed ids in order and then in reverse; outside (the sheet's own buttons) on usable controls.
-Played TabCycle(HWND t, const std::vector<int> &want, const std::string &at)
-{
-    static std::vector<int> seen;
-    bool back = g_sub > 200;
-    HWND f = Focused();
-    if (g_sub == 0) {
-        seen.clear();
-        Go(GetDlgItem(t, want[0]));
-    } else if ((f && IsChild(t, f) && GetDlgCtrlID(f) == want[0]) || g_sub % 201 > 60) {
-        std::vector<int> expect(want.begin() + 1, want.end());
-        if (back)
-            std::reverse(expect.begin(), expect.end());
-        EXPECT_EQ(expect, seen) << at << (back ? " Shift+Tab" : " Tab") << " stops";
-        if (back)
-            return DONE;
-        seen.clear(), g_sub = 200;
-    } else {
-        EXPECT_TRUE(Usable(f)) << at << " Tab stopped on an unusable control " << GetDlgCtrlID(f);
-        if (f && IsChild(t, f))
-            seen.push_back(GetDlgCtrlID(f));
-    }
-    g_sub++;
-    Press(t, VK_TAB, g_sub > 200);
-    return AGAIN;
-}
-
-// From every usable radio button of the group, each arrow key lands on the next usable one
-// (Down, Right) or the one before (Up, Left), round the group.
-Played ArrowProbes(HWND t, const std::vector<int> &group, const std::string &at)
-{
-    static const WORD keys[] = { VK_DOWN, VK_RIGHT, VK_UP, VK_LEFT };
-    static int expected;
-    if (g_sub) {
-        EXPECT_EQ(expected, GetDlgCtrlID(Focused())) << at << " arrow " << (g_sub - 1) % 4 << " from "
-                                                     << group[(g_sub - 1) / 4];
-    }
-    for (; g_sub < 4 * group.size(); g_sub++) {
-        std::vector<int> usable;
-        for (int id : group)
-            if (Usable(GetDlgItem(t, id)))
-                usable.push_back(id);
-        size_t i = std::find(usable.begin(), usable.end(), group[g_sub / 4]) - usable.begin(), n = usable.size();
-        if (i == n)
-            continue;
-        expected = usable[g_sub % 4 < 2 ? (i + 1) % n : (i + n - 1) % n];
-        Go(GetDlgItem(t, group[g_sub / 4]));
-        Press(t, keys[g_sub++ % 4], false);
-        return AGAIN;
-    }
-    return DONE;
 }
 
 // The module paints its controls through BeginPaint alone, where the system's controls paint into
@@ -195,7 +135,7 @@ WORD KeyOf(WCHAR ch)
 
 Played Play(HWND hDlg, const Step &s, size_t index)
 {
-    HWND t = Target(hDlg, s.where), c = s.id ? GetDlgItem(t, s.id) : t;
+    HWND t = Target(hDlg, s.where), c = s.id ? Control(t, s.id) : t;
     bool combo = ClassIs(c, L"ComboBox");
     std::string at = std::string(g_name) + ", step " + std::to_string(index) + ", control " + std::to_string(s.id);
     EXPECT_NE(nullptr, c) << at << " missing";
@@ -232,8 +172,6 @@ Played Play(HWND hDlg, const Step &s, size_t index)
         Press(t, KeyOf(s.s[g_sub]), s.n);
         return ++g_sub < s.s.size() ? AGAIN : DONE_WAIT;
     case FOCUS: EXPECT_EQ(c, Focused()) << at << " focus on " << GetDlgCtrlID(Focused()); break;
-    case TABS: return TabCycle(t, Ids(s.s), at);
-    case ARROWS: return ArrowProbes(t, Ids(s.s), at);
     case SKIN: EXPECT_EQ(s.n != 0, Skinned(c)) << at << " skin"; break;
     case TIPS: EXPECT_EQ(text, Tips(t)) << at << " tool tips"; break;
     case PREVIEW: {

@@ -17,7 +17,7 @@ enum Op {
     CLICK, CHOOSE, SELECT, SET, LEAVE, TYPE, KEY, PRESS,   // actions
     GO, KEYS,                                               // the focus moved; real keys pressed
     TEXT, CHECK, ON, SHOWN, ITEM, COUNT, SEL,               // expectations
-    FOCUS, TABS, ARROWS,                                    // where the focus is; where keys take it
+    FOCUS,                                                  // where the focus is
     SKIN,                                                   // painted by the module (n 1) or the system (n 0)
     ICON,                                                   // the system's default application icon (n 1) or another
     TIPS,                                                   // the page's tool tips: s "id text|" for each, in order
@@ -26,9 +26,8 @@ enum Op {
     PREVIEW                                                 // the page preview shows s "width height landscape crop"
 };
 // n: index, check state, flag, key, sheet button or MAKELONG(start, end); s: text.
-// KEYS: s the keys, one a tick: letters and digits, "\r", "\t", "\x1b" and " "; n 1 holds Shift.
-// TABS: s the ids Tab stops at inside the window, in reading order from the first.
-// ARROWS: s the ids of one radio group.
+// KEYS: s the keys, one a tick: letters and digits, "\r", "\t", "\x1b", " " and the arrows by their key codes
+// ("\x25" to "\x28"); n 1 holds Shift.
 struct Step { int where; int id; int op; int n = 0; std::wstring s = L""; };
 
 // Runs open(); returns the index of the first step not played.
