@@ -2,130 +2,101 @@
 // on the real registry and files, refusals that store nothing.
 #include "driver.h"
 #include "files.h"
-#include <string>
 
 namespace {
 
 #define KEY L"Software\\Moravel\\Quillora\\Profile"
 const DWORD RECORD = 3484, AT_DRIVER_VERSION = 66, AT_PROFILED = 3480;
 
-// Runs the tool beside the test program: its exit code, what it printed on
-// stdout and on stderr (read after stdout: the tool's messages are short).
-DWORD Admin(const std::wstring &args, std::string *out, std::string *err)
+struct Ran { DWORD code; std::string out, err; };
+
+// Runs the tool beside the test program, its stdout and stderr written to files.
+Ran Admin(const std::wstring &args)
 {
     std::wstring line = L"\"" + Beside(L"qlradmin.exe") + L"\" " + args;
+    const std::wstring out = Beside(L"qlr-admin.out"), err = Beside(L"qlr-admin.err");
     SECURITY_ATTRIBUTES sa = { sizeof(sa), NULL, TRUE };
-    HANDLE hRead[2], hWrite[2];
     STARTUPINFOW si = {};
     si.cb = sizeof(si);
     si.dwFlags = STARTF_USESTDHANDLES;
-    for (int i = 0; i < 2; i++) {
-        CreatePipe(&hRead[i], &hWrite[i], &sa, 0);
-        SetHandleInformation(hRead[i], HANDLE_FLAG_INHERIT, 0);
-    }
-    si.hStdOutput = hWrite[0];
-    si.hStdError = hWrite[1];
-    PROCESS_INFORMATION pi;
-    DWORD code = CreateProcessW(NULL, &line[0], NULL, NULL, TRUE, 0, NULL, NULL, &si, &pi) ? 0 : 1000;
-    for (int i = 0; i < 2; i++) {
-        CloseHandle(hWrite[i]);
-        std::string *text = i ? err : out;
-        text->clear();
-        char buf[4096];
-        DWORD cb;
-        while (!code && ReadFile(hRead[i], buf, sizeof(buf), &cb, NULL) && cb)
-            text->append(buf, cb);
-        CloseHandle(hRead[i]);
-    }
-    if (!code) {
-        if (WaitForSingleObject(pi.hProcess, 10000) || !GetExitCodeProcess(pi.hProcess, &code))
-            code = 1001;
-        CloseHandle(pi.hProcess);
-        CloseHandle(pi.hThread);
-    }
-    return code;
+    si.hStdOutput = CreateFileW(out.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &sa, CREATE_ALWAYS, 0, NULL);
+    si.hStdError = CreateFileW(err.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &sa, CREATE_ALWAYS, 0, NULL);
+    PROCESS_INFORMATION pi = {};
+    DWORD code = 1000;
+    if (CreateProcessW(NULL, &line[0], NULL, NULL, TRUE, 0, NULL, NULL, &si, &pi) &&
+        (WaitForSingleObject(pi.hProcess, 10000) || !GetExitCodeProcess(pi.hProcess, &code)))
+        code = 1001;
+    for (HANDLE h : { si.hStdOutput, si.hStdError, pi.hProcess, pi.hThread })
+        CloseHandle(h);
+    return { code, ReadBytes<std::string>(out), ReadBytes<std::string>(err) };
 }
 
-// What "list" must print, read from the registry itself: every profile key
-// in the registry's order, the current one, matched with case, marked.
+// What "list" must print: every profile key in the registry's order, the current one, matched with case, marked.
 std::string Listing()
 {
-    std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, KEY);
-    std::wstring current((const WCHAR *)v.data(), v.size() / 2);
-    current = current.substr(0, current.find(L'\0'));
+    const std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, KEY);
+    const std::wstring current((const WCHAR *)v.data(), wcsnlen((const WCHAR *)v.data(), v.size() / 2));
     std::string listing;
-    HKEY h;
+    HKEY h = NULL;
     WCHAR name[256];
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, KEY, 0, KEY_READ, &h))
-        return listing;
+    RegOpenKeyExW(HKEY_CURRENT_USER, KEY, 0, KEY_READ, &h);    // no key: nothing listed
     for (DWORD i = 0, cch = 256; !RegEnumKeyExW(h, i, name, &cch, NULL, NULL, NULL, NULL); i++, cch = 256)
         listing += (current == name ? "* " : "  ") + Utf8(name) + "\n";
     RegCloseKey(h);
     return listing;
 }
 
-// The record as the tool decodes it: "print raw" of a file that holds it.
-std::string Decoded(const std::vector<BYTE> &record)
-{
-    const std::wstring raw = TempFile(L"qlr-admin.raw");
-    WriteBytes(raw, record);
-    std::string out, err;
-    EXPECT_EQ(0u, Admin(L"print raw \"" + raw + L"\"", &out, &err)) << err;
-    DeleteFileW(raw.c_str());
-    return out;
-}
-
 TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
 {
-    // Holding the printer open keeps Wine's spooler running between the
-    // tool's runs; otherwise every run waits for it to start again.
+    // Holding the printer open keeps Wine's spooler running between the tool's runs (else each waits for it).
     HANDLE hPrinter;
     ASSERT_TRUE(OpenPrinterW((LPWSTR)L"Quillora", &hPrinter, NULL));
     std::vector<BYTE> printer;
     ASSERT_TRUE(PrinterRecord(hPrinter, &printer, NULL));
-    // That record stored as a profile (marked saved), and read back from the
-    // store (the reading driver's version).
+    // That record stored as a profile (marked saved), and read back from the store (the reading driver's version).
     std::vector<BYTE> stored = printer, read;
     std::fill(stored.begin() + AT_PROFILED, stored.end(), 0);
     stored[AT_PROFILED] = 1;
     read = stored;
-    read[AT_DRIVER_VERSION] = 0x46;
-    read[AT_DRIVER_VERSION + 1] = 0x02;
-    const std::string printerText = Decoded(printer), readText = Decoded(read);
+    memcpy(&read[AT_DRIVER_VERSION], "\x46\x02", 2);
+    const std::wstring path = Beside(L"qlr-admin.qlr"), file = L"\"" + path + L"\"", raw = Beside(L"qlr-admin.raw");
+    // A record as the tool decodes it: "print raw" of a file that holds it.
+    auto decoded = [&](const std::vector<BYTE> &record) {
+        WriteBytes(raw, record);
+        const Ran run = Admin(L"print raw \"" + raw + L"\"");
+        EXPECT_EQ(0u, run.code) << run.err;
+        return run.out;
+    };
+    const std::string printerText = decoded(printer), readText = decoded(read);
     EXPECT_NE(std::string::npos, printerText.find("\"Quillora\"")) << printerText;
     EXPECT_NE(std::string::npos, printerText.find("0x4453444D")) << printerText;
 
-    // The current name in other letter case than a profile: "list" marks it
-    // as the pages' combo selects it, with case, so not at all.
+    // The current name in other case than a profile: "list" marks it as the pages' combo selects it, with case.
     std::vector<BYTE> current = ValueOf(HKEY_CURRENT_USER, KEY);
     SetValue(HKEY_CURRENT_USER, KEY, REG_SZ, L"QLR admin b", 22);
-    const std::wstring path = TempFile(L"qlr-admin.qlr"), file = L"\"" + path + L"\"", raw = TempFile(L"qlr-short.raw");
     DeleteFileW(path.c_str());
     WriteBytes(raw, std::vector<BYTE>(RECORD - 1, 0));
     const LPCWSTR names[] = { L"qlr admin A", L"qlr admin B", L"qlr admin \u00c9" };
     const std::wstring longest = L"qlr admin " + std::wstring(117, L'x'), quotedLongest = L" \"" + longest + L"\"";
     for (LPCWSTR name : names)
         RegDeleteKeyW(HKEY_CURRENT_USER, (KEY L"\\" + std::wstring(name)).c_str());
-    // What each test profile holds: "-" none, "s" the printer's record as
-    // captured, "r" as read back (the same when the printer's record already
-    // carries our version); then which of them the current name names,
-    // regardless of case ("." none).
+    // What each test profile holds: "-" none, "s" the printer's record as captured, "r" as read back (the same when
+    // the printer's record carries our version); then which the current name names, regardless of case ("." none).
     auto image = [&] {
+        const std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, KEY);
+        const std::wstring now((const WCHAR *)v.data(), wcsnlen((const WCHAR *)v.data(), v.size() / 2));
         std::string text;
-        std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, KEY);
-        std::wstring now((const WCHAR *)v.data(), v.size() / 2);
-        char named = wcslen(now.c_str()) ? '?' : '.';
+        char named = now.empty() ? '.' : '?';
         for (int i = 0; i < 3; i++) {
-            v = ValueOf(HKEY_CURRENT_USER, KEY L"\\" + std::wstring(names[i]));
-            text += v.empty() ? '-' : v == read ? 'r' : v == stored ? 's' : '?';
+            const std::vector<BYTE> profile = ValueOf(HKEY_CURRENT_USER, KEY L"\\" + std::wstring(names[i]));
+            text += profile.empty() ? '-' : profile == read ? 'r' : profile == stored ? 's' : '?';
             named = _wcsicmp(now.c_str(), names[i]) ? named : (char)('A' + i);
         }
         return text + named;
     };
     const char s = stored == read ? 'r' : 's';
-    // A row: the command, its exit code, stdout compared whole, the profiles
-    // after it.  With a name, a refusal prints one line on stderr that quotes
-    // it and nothing on stdout; a success prints a first line quoting it.
+    // A row: the command, its exit code, stdout compared whole, the profiles after it.  With a name, a refusal prints
+    // one line on stderr that quotes it and nothing on stdout; a success prints a first line quoting it.
     const struct { std::wstring args; DWORD code; std::string out, quoted, after; } script[] = {
         { L"capture Quillora \"qlr admin A\"", 0, "", "", { s, '-', '-', 'B' } },
         { L"capture \"No Such Printer\" \"qlr admin C\"", 1, "", "No Such Printer", { s, '-', '-', 'B' } },
@@ -166,23 +137,22 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
     };
     for (size_t i = 0; i < ARRAYSIZE(script); i++) {
         const auto &step = script[i];
-        std::string out, err;
-        const DWORD code = Admin(step.args, &out, &err);
-        const std::string where = "step " + std::to_string(i) + ": " + Utf8(step.args) + ": " + out + err;
-        EXPECT_EQ(step.code, code) << where;
+        Ran run = Admin(step.args);
+        const std::string where = "step " + std::to_string(i) + ": " + Utf8(step.args) + ": " + run.out + run.err;
+        EXPECT_EQ(step.code, run.code) << where;
         EXPECT_EQ(step.after, image()) << where;
         if (step.code == 2) {
-            EXPECT_NE(std::string::npos, (out + err).find("usage")) << where;
+            EXPECT_NE(std::string::npos, (run.out + run.err).find("usage")) << where;
             continue;
         }
         if (!step.quoted.empty() || step.code) {
-            std::string &text = step.code ? err : out;
-            std::string first = text.substr(0, text.find('\n') + 1);
-            text.erase(0, first.size());
-            EXPECT_NE(std::string::npos, first.find("\"" + step.quoted + "\"")) << where;
+            std::string &text = step.code ? run.err : run.out;
+            const size_t first = text.find('\n') + 1;
+            EXPECT_NE(std::string::npos, text.substr(0, first).find("\"" + step.quoted + "\"")) << where;
+            text.erase(0, first);
         }
-        EXPECT_EQ(step.out == "(listing)" ? Listing() : step.out, out) << where;
-        EXPECT_EQ("", err) << where;
+        EXPECT_EQ(step.out == "(listing)" ? Listing() : step.out, run.out) << where;
+        EXPECT_EQ("", run.err) << where;
     }
     EXPECT_TRUE(FileOf(L"qlr admin A", read) == ReadBytes(path)) << "the exported file";
 
@@ -192,14 +162,13 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
     for (DWORD type : { REG_SZ, REG_BINARY, REG_DWORD })
         for (DWORD cb : { 0ul, RECORD - 1, RECORD, RECORD + 100 }) {
             SetValue(HKEY_CURRENT_USER, KEY L"\\qlr admin B", type, bytes.data(), cb);
-            std::string out, err;
-            EXPECT_EQ(type == REG_BINARY && cb == RECORD ? 0u : 1u, Admin(L"show \"qlr admin B\"", &out, &err))
+            EXPECT_EQ(type == REG_BINARY && cb == RECORD ? 0u : 1u, Admin(L"show \"qlr admin B\"").code)
                 << "type " << type << ", " << cb << " bytes";
         }
     RegDeleteKeyW(HKEY_CURRENT_USER, KEY L"\\qlr admin B");
 
-    // Damaged files are refused before anything is stored: sizes, magic and version bytes, backslashes in the
-    // name, an empty name, a name without its NUL.
+    // Damaged files are refused before anything is stored: sizes, magic and version bytes, an empty name,
+    // backslashes in the name, a name without its NUL.
     const std::vector<BYTE> good = FileOf(L"qlr admin C", read);
     std::vector<std::vector<BYTE>> bad;
     for (size_t size : { 0, 1, 264, 3747, 3749, 4096 })
@@ -208,17 +177,14 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         for (int value : { 0, 0xFF })
             if (value != good[at])
                 bad.push_back(good), bad.back()[at] = (BYTE)value;
-    for (size_t at : { 8, 20, 26 })
-        bad.push_back(good), bad.back()[at] = '\\';
     bad.push_back(good), bad.back()[8] = 0;
-    bad.push_back(good);
-    for (size_t i = 8; i < 264; i += 2)
-        bad.back()[i] = 'n';
+    for (const std::wstring &name :
+         std::vector<std::wstring>{ L"\\lr admin C", L"qlr ad\\in C", L"qlr admin\\C", std::wstring(128, L'n') })
+        bad.push_back(FileOf(name.c_str(), read));
     const std::string before = Listing() + image();
     for (size_t i = 0; i < bad.size(); i++) {
         WriteBytes(path, bad[i]);
-        std::string out, err;
-        EXPECT_EQ(1u, Admin(L"import " + file, &out, &err)) << "damaged file " << i;
+        EXPECT_EQ(1u, Admin(L"import " + file).code) << "damaged file " << i;
         EXPECT_EQ(before, Listing() + image()) << "damaged file " << i;
     }
 

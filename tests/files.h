@@ -4,15 +4,10 @@
 
 #include <windows.h>
 #include <string.h>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
-
-inline std::wstring TempFile(LPCWSTR name)
-{
-    WCHAR dir[MAX_PATH];
-    GetTempPathW(MAX_PATH, dir);
-    return std::wstring(dir) + name;
-}
 
 inline std::wstring Beside(LPCWSTR name)
 {
@@ -22,25 +17,16 @@ inline std::wstring Beside(LPCWSTR name)
     return path;
 }
 
-inline std::vector<BYTE> ReadBytes(const std::wstring &path)
+// Empty when the file cannot be read.
+template <class Bytes = std::vector<BYTE>> Bytes ReadBytes(const std::wstring &path)
 {
-    std::vector<BYTE> bytes;
-    HANDLE h = CreateFileW(path.c_str(), GENERIC_READ, 0, NULL, OPEN_EXISTING, 0, NULL);
-    if (h == INVALID_HANDLE_VALUE)
-        return bytes;
-    bytes.resize(GetFileSize(h, NULL));
-    DWORD cb = 0;
-    ReadFile(h, bytes.data(), (DWORD)bytes.size(), &cb, NULL);
-    CloseHandle(h);
-    return bytes;
+    std::ifstream f(path.c_str(), std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>());
 }
 
 inline void WriteBytes(const std::wstring &path, const std::vector<BYTE> &bytes)
 {
-    HANDLE h = CreateFileW(path.c_str(), GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, 0, NULL);
-    DWORD cb = 0;
-    WriteFile(h, bytes.data(), (DWORD)bytes.size(), &cb, NULL);
-    CloseHandle(h);
+    std::ofstream(path.c_str(), std::ios::binary).write((const char *)bytes.data(), bytes.size());
 }
 
 // A profile file as the format lays it out: magic, version 256, the name
@@ -68,15 +54,12 @@ inline void SetValue(HKEY root, const std::wstring &key, DWORD type, const void 
 inline std::vector<BYTE> ValueOf(HKEY root, const std::wstring &key)
 {
     std::vector<BYTE> v(8192);
-    DWORD cb = 0;
-    HKEY h;
-    if (!RegOpenKeyExW(root, key.c_str(), 0, KEY_READ, &h)) {
-        cb = (DWORD)v.size();
-        if (RegQueryValueExW(h, NULL, NULL, NULL, v.data(), &cb))
-            cb = 0;
-        RegCloseKey(h);
-    }
-    v.resize(cb);
+    DWORD cb = (DWORD)v.size();
+    HKEY h = NULL;
+    const bool none = RegOpenKeyExW(root, key.c_str(), 0, KEY_READ, &h) ||
+                      RegQueryValueExW(h, NULL, NULL, NULL, v.data(), &cb);
+    RegCloseKey(h);
+    v.resize(none ? 0 : cb);
     return v;
 }
 

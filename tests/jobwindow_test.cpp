@@ -9,17 +9,16 @@
 
 namespace {
 
-typedef int (WINAPI *PFN_EVENT)(HANDLE, HDC, int, ULONG, PVOID, ULONG, PVOID);
-
 // The calls as "verb|file|parameters|show;", with "(dir)" when a folder is
 // given; files named *.none have no program registered for their type.
 std::string g_calls;
-const BYTE *g_blockStart, *g_blockEnd;
+COPYDATASTRUCT g_request;    // the block being sent: its strings must end inside it
 int g_overruns;
 HINSTANCE WINAPI FakeShellExecute(HWND hwnd, LPCSTR verb, LPCSTR file, LPCSTR params, LPCSTR dir, INT show)
 {
+    const BYTE *start = (const BYTE *)g_request.lpData, *end = start + g_request.cbData;
     for (LPCSTR s : { file, params })
-        if (s && (const BYTE *)s >= g_blockStart && (const BYTE *)s < g_blockEnd && !memchr(s, 0, g_blockEnd - (const BYTE *)s))
+        if (s && (const BYTE *)s >= start && (const BYTE *)s < end && !memchr(s, 0, end - (const BYTE *)s))
             return (HINSTANCE)(INT_PTR)++g_overruns;
     g_calls += std::string(hwnd ? "(owner)" : "") + (verb ? verb : "") + "|" + (file ? file : "") + "|" +
                (params ? params : "") + "|" + std::to_string(show) + (dir ? "(dir);" : ";");
@@ -36,34 +35,31 @@ int WINAPI FakeAbortDoc(HDC hdc)
 
 int Event(int escape, HDC hdc = NULL)
 {
-    static PFN_EVENT event = (PFN_EVENT)(void *)GetProcAddress(TheDriver().hModule, "DrvDocumentEvent");
+    static auto event = (decltype(&DrvDocumentEvent))(void *)GetProcAddress(TheDriver().hModule, "DrvDocumentEvent");
     return event(NULL, hdc, escape, 0, NULL, 0, NULL);
 }
 
-BOOL CALLBACK CountJobWindows(HWND hwnd, LPARAM count)
+int JobWindows()
 {
-    WCHAR cls[16], title[4];
-    GetClassNameW(hwnd, cls, 16);
-    *(int *)count += !lstrcmpW(cls, L"QLR_UW") && !GetWindowTextW(hwnd, title, 4);
-    return TRUE;
+    int n = 0;
+    for (HWND h = FindWindowExW(NULL, NULL, L"QLR_UW", L""); h; h = FindWindowExW(NULL, h, L"QLR_UW", L""))
+        n++;
+    return n;
 }
 
 TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
 {
-    ASSERT_EQ(nullptr, FindWindowW(L"QLR_UW", L"")) << "a job window is already on this desktop";
+    ASSERT_EQ(0, JobWindows()) << "a job window is already on this desktop";
     EXPECT_EQ(1, Event(DOCUMENTEVENT_CREATEDCPOST, (HDC)0x1234)) << "no window yet";
     int results[2] = {};
     HANDLE go = CreateEventW(NULL, TRUE, FALSE, NULL);
-    std::thread a([&] { WaitForSingleObject(go, INFINITE); results[0] = Event(DOCUMENTEVENT_CREATEDCPRE); });
-    std::thread b([&] { WaitForSingleObject(go, INFINITE); results[1] = Event(DOCUMENTEVENT_CREATEDCPRE); });
+    auto race = [&](int *result) { WaitForSingleObject(go, INFINITE); *result = Event(DOCUMENTEVENT_CREATEDCPRE); };
+    std::thread a(race, &results[0]), b(race, &results[1]);
     SetEvent(go);
     a.join();
     b.join();
-    EXPECT_EQ(1, results[0]);
-    EXPECT_EQ(1, results[1]);
-    int windows = 0;
-    EnumWindows(CountJobWindows, (LPARAM)&windows);
-    EXPECT_EQ(1, windows) << "two racing jobs start one window";
+    EXPECT_TRUE(results[0] == 1 && results[1] == 1) << results[0] << " and " << results[1];
+    EXPECT_EQ(1, JobWindows()) << "two racing jobs start one window";
 
     HWND hwnd = FindWindowW(L"QLR_UW", L"");
     ASSERT_NE(nullptr, hwnd);
@@ -75,9 +71,7 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
     GetWindowRect(hwnd, &rc);
     EXPECT_TRUE(rc.left == -1 && rc.top == -1 && rc.right == -1 && rc.bottom == -1) << "at (-1, -1), 0 by 0";
     EXPECT_EQ(1, Event(DOCUMENTEVENT_CREATEDCPRE));
-    windows = 0;
-    EnumWindows(CountJobWindows, (LPARAM)&windows);
-    EXPECT_EQ(1, windows) << "a later job starts no window";
+    EXPECT_EQ(1, JobWindows()) << "a later job starts no window";
     EXPECT_EQ(1, Event(DOCUMENTEVENT_CREATEDCPOST, (HDC)0x5678));
     EXPECT_EQ((HANDLE)0x5678, GetPropW(hwnd, L"PRN_HDC"));
     for (int other : { DOCUMENTEVENT_STARTDOC, DOCUMENTEVENT_ENDDOC, DOCUMENTEVENT_DELETEDC, 99 })
@@ -99,16 +93,13 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
         { 0, "C:\\out\\short.jpg", "", 100, FALSE, "" },
     };
     for (const auto &r : rows) {
-        static char block[4 + 260 + 260];
-        memset(block, 0, sizeof(block));
+        char block[4 + 260 + 260] = {};
         memcpy(block, &r.command, 4);
         strcpy(block + 4, r.file);
         strcpy(block + 264, r.app);
-        COPYDATASTRUCT cds = { 0, r.cb ? r.cb : 265 + (DWORD)strlen(r.app), block };
+        g_request = { 0, r.cb ? r.cb : 265 + (DWORD)strlen(r.app), block };
         g_calls.clear();
-        g_blockStart = (const BYTE *)block;
-        g_blockEnd = g_blockStart + cds.cbData;
-        EXPECT_EQ(r.result, SendMessageW(hwnd, WM_COPYDATA, 0, (LPARAM)&cds)) << r.file << " with " << r.app;
+        EXPECT_EQ(r.result, SendMessageW(hwnd, WM_COPYDATA, 0, (LPARAM)&g_request)) << r.file << " with " << r.app;
         EXPECT_EQ(r.calls, g_calls) << r.file << " with " << r.app;
     }
     // Sent, and posted (handled when the window's thread gets to it): its loop goes on after either.
@@ -119,12 +110,10 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
     ASSERT_EQ(2, g_nAborted);
     EXPECT_EQ((HDC)0x5678, g_aborted[1]) << "the device context of the latest job";
 
-    // Blocks of every length up to 600 bytes against a page the process may
-    // not touch: without NULs, with the file ended but not the program, and
-    // all zeros.  Only a block holding both strings opens anything.
+    // Blocks of every length up to 600 bytes against a page the process may not touch: without NULs, with the file
+    // ended but not the program, and all zeros.  Only a block holding both strings (longer than 264) opens anything.
     g_calls.clear();
     g_overruns = 0;
-    size_t whole = 0;
     for (DWORD len = 0; len <= 600; len++)
         for (int shape = 0; shape < 3; shape++) {
             Guarded block(len, shape == 2 ? 0 : 'A');
@@ -132,17 +121,13 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
                 memset(block.p, 0, 4);
             if (shape == 1 && len > 263)
                 block.p[263] = 0;
-            COPYDATASTRUCT cds = { 0, len, block.p };
-            g_blockStart = block.p;
-            g_blockEnd = block.p + len;
-            SendMessageW(hwnd, WM_COPYDATA, 0, (LPARAM)&cds);
-            whole += shape == 2 && len > 264;
+            g_request = { 0, len, block.p };
+            SendMessageW(hwnd, WM_COPYDATA, 0, (LPARAM)&g_request);
         }
     EXPECT_EQ(0, g_overruns) << "strings read past the end of their block";
-    EXPECT_EQ(whole, (size_t)std::count(g_calls.begin(), g_calls.end(), ';'));
+    EXPECT_EQ(600u - 264, (size_t)std::count(g_calls.begin(), g_calls.end(), ';'));
 
-    // The window's thread runs in the module: the caller's last FreeLibrary
-    // must leave it loaded.
+    // The window's thread runs in the module: the caller's last FreeLibrary must leave it loaded.
     FreeLibrary(TheDriver().hModule);
     EXPECT_EQ(TheDriver().hModule, GetModuleHandleW(L"QLRDRVUI.DLL"));
     EXPECT_EQ(0, SendMessageW(hwnd, 0x9000, 0, 0)) << "the window still answers";
