@@ -31,21 +31,6 @@ Ran Admin(const std::wstring &args)
     return { code, ReadBytes<std::string>(out), ReadBytes<std::string>(err) };
 }
 
-// What "list" must print: every profile key in the registry's order, the current one, matched with case, marked.
-std::string Listing()
-{
-    const std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, KEY);
-    const std::wstring current((const WCHAR *)v.data(), wcsnlen((const WCHAR *)v.data(), v.size() / 2));
-    std::string listing;
-    HKEY h = NULL;
-    WCHAR name[256];
-    RegOpenKeyExW(HKEY_CURRENT_USER, KEY, 0, KEY_READ, &h);    // no key: nothing listed
-    for (DWORD i = 0, cch = 256; !RegEnumKeyExW(h, i, name, &cch, NULL, NULL, NULL, NULL); i++, cch = 256)
-        listing += (current == name ? "* " : "  ") + Utf8(name) + "\n";
-    RegCloseKey(h);
-    return listing;
-}
-
 TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
 {
     // Holding the printer open keeps Wine's spooler running between the tool's runs (else each waits for it).
@@ -94,6 +79,19 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         }
         return text + named;
     };
+    // What "list" must print: every profile key in the registry's order, the current one, matched with case, marked.
+    auto listing = [] {
+        const std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, KEY);
+        const std::wstring current((const WCHAR *)v.data(), wcsnlen((const WCHAR *)v.data(), v.size() / 2));
+        std::string text;
+        HKEY h = NULL;
+        WCHAR name[256];
+        RegOpenKeyExW(HKEY_CURRENT_USER, KEY, 0, KEY_READ, &h);    // no key: nothing listed
+        for (DWORD i = 0, cch = 256; !RegEnumKeyExW(h, i, name, &cch, NULL, NULL, NULL, NULL); i++, cch = 256)
+            text += (current == name ? "* " : "  ") + Utf8(name) + "\n";
+        RegCloseKey(h);
+        return text;
+    };
     const char s = stored == read ? 'r' : 's';
     // A row: the command, its exit code, stdout compared whole, the profiles after it.  With a name, a refusal prints
     // one line on stderr that quotes it and nothing on stdout; a success prints a first line quoting it.
@@ -117,8 +115,7 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         { L"list", 0, "(listing)", "", "-r-B" },
         { L"rename \"qlr admin A\" \"qlr admin C\"", 1, "", "qlr admin A", "-r-B" },
         { L"show \"qlr admin A\"", 1, "", "qlr admin A", "-r-B" },
-        // Imported over a profile spelt in other case: the current name
-        // follows the stored key, so the pages still find it.
+        // Imported over a profile spelt in other case: the current name follows the stored key, as the pages need.
         { L"rename \"qlr admin B\" \"QLR ADMIN A\"", 0, "", "", "r--A" },
         { L"import " + file, 0, "", "qlr admin A", "r--A" },
         { L"list", 0, "(listing)", "", "r--A" },
@@ -151,7 +148,7 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
             EXPECT_NE(std::string::npos, text.substr(0, first).find("\"" + step.quoted + "\"")) << where;
             text.erase(0, first);
         }
-        EXPECT_EQ(step.out == "(listing)" ? Listing() : step.out, run.out) << where;
+        EXPECT_EQ(step.out == "(listing)" ? listing() : step.out, run.out) << where;
         EXPECT_EQ("", run.err) << where;
     }
     EXPECT_TRUE(FileOf(L"qlr admin A", read) == ReadBytes(path)) << "the exported file";
@@ -181,11 +178,11 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
     for (const std::wstring &name :
          std::vector<std::wstring>{ L"\\lr admin C", L"qlr ad\\in C", L"qlr admin\\C", std::wstring(128, L'n') })
         bad.push_back(FileOf(name.c_str(), read));
-    const std::string before = Listing() + image();
+    const std::string before = listing() + image();
     for (size_t i = 0; i < bad.size(); i++) {
         WriteBytes(path, bad[i]);
         EXPECT_EQ(1u, Admin(L"import " + file).code) << "damaged file " << i;
-        EXPECT_EQ(before, Listing() + image()) << "damaged file " << i;
+        EXPECT_EQ(before, listing() + image()) << "damaged file " << i;
     }
 
     DeleteFileW(path.c_str());

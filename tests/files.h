@@ -17,7 +17,6 @@ inline std::wstring Beside(LPCWSTR name)
     return path;
 }
 
-// Empty when the file cannot be read.
 template <class Bytes = std::vector<BYTE>> Bytes ReadBytes(const std::wstring &path)
 {
     std::ifstream f(path.c_str(), std::ios::binary);
@@ -29,8 +28,7 @@ inline void WriteBytes(const std::wstring &path, const std::vector<BYTE> &bytes)
     std::ofstream(path.c_str(), std::ios::binary).write((const char *)bytes.data(), bytes.size());
 }
 
-// A profile file as the format lays it out: magic, version 256, the name
-// ended with NULs, the settings record.
+// A profile file as the format lays it out: magic, version 256, the name ended with NULs, the settings record.
 inline std::vector<BYTE> FileOf(LPCWSTR name, const std::vector<BYTE> &record)
 {
     std::vector<BYTE> f(3748, 0);

@@ -1,10 +1,8 @@
-// The job window as the spooler's document events create it and as the
-// rendering module talks to it: open requests and the abort message, with
-// the module's calls of ShellExecuteA and AbortDoc seen through its imports.
+// The job window as the spooler's document events create it and as the rendering module talks to it: open requests
+// and the abort message, with the module's calls of ShellExecuteA and AbortDoc seen through its imports.
 #include "driver.h"
 #include "guarded.h"
 #include <algorithm>
-#include <string>
 #include <thread>
 
 namespace {
@@ -51,14 +49,12 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
 {
     ASSERT_EQ(0, JobWindows()) << "a job window is already on this desktop";
     EXPECT_EQ(1, Event(DOCUMENTEVENT_CREATEDCPOST, (HDC)0x1234)) << "no window yet";
-    int results[2] = {};
     HANDLE go = CreateEventW(NULL, TRUE, FALSE, NULL);
-    auto race = [&](int *result) { WaitForSingleObject(go, INFINITE); *result = Event(DOCUMENTEVENT_CREATEDCPRE); };
-    std::thread a(race, &results[0]), b(race, &results[1]);
+    auto race = [&] { WaitForSingleObject(go, INFINITE); EXPECT_EQ(1, Event(DOCUMENTEVENT_CREATEDCPRE)) << "racing"; };
+    std::thread a(race), b(race);
     SetEvent(go);
     a.join();
     b.join();
-    EXPECT_TRUE(results[0] == 1 && results[1] == 1) << results[0] << " and " << results[1];
     EXPECT_EQ(1, JobWindows()) << "two racing jobs start one window";
 
     HWND hwnd = FindWindowW(L"QLR_UW", L"");
@@ -82,13 +78,12 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
     // to the application's NUL) -> the message's result and the calls made.
     ASSERT_TRUE(HookImport(L"shell32.dll", "ShellExecuteA", (void *)FakeShellExecute));
     ASSERT_TRUE(HookImport(L"gdi32.dll", "AbortDoc", (void *)FakeAbortDoc));
+#define OPEN_AS "open|RUNDLL32.EXE|shell32.dll,OpenAs_RunDLL "
     const struct { int command; const char *file, *app; DWORD cb; LRESULT result; const char *calls; } rows[] = {
         { 0, "C:\\out\\doc_1.jpg", "C:\\apps\\view.exe", 0, TRUE, "open|C:\\apps\\view.exe|C:\\out\\doc_1.jpg|5;" },
         { 0, "C:\\out\\doc_1.jpg", "", 0, TRUE, "open|C:\\out\\doc_1.jpg||5;" },
-        { 0, "C:\\out\\doc_1.none", "", 0, TRUE,
-          "open|C:\\out\\doc_1.none||5;open|RUNDLL32.EXE|shell32.dll,OpenAs_RunDLL C:\\out\\doc_1.none|1;" },
-        { 0, "C:\\out\\b.jpg", "C:\\v.none", 0, TRUE,
-          "open|C:\\v.none|C:\\out\\b.jpg|5;open|RUNDLL32.EXE|shell32.dll,OpenAs_RunDLL C:\\out\\b.jpg|1;" },
+        { 0, "C:\\out\\doc_1.none", "", 0, TRUE, "open|C:\\out\\doc_1.none||5;" OPEN_AS "C:\\out\\doc_1.none|1;" },
+        { 0, "C:\\out\\b.jpg", "C:\\v.none", 0, TRUE, "open|C:\\v.none|C:\\out\\b.jpg|5;" OPEN_AS "C:\\out\\b.jpg|1;" },
         { 1, "C:\\out\\doc_1.jpg", "", 0, FALSE, "" },
         { 0, "C:\\out\\short.jpg", "", 100, FALSE, "" },
     };
@@ -113,7 +108,6 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
     // Blocks of every length up to 600 bytes against a page the process may not touch: without NULs, with the file
     // ended but not the program, and all zeros.  Only a block holding both strings (longer than 264) opens anything.
     g_calls.clear();
-    g_overruns = 0;
     for (DWORD len = 0; len <= 600; len++)
         for (int shape = 0; shape < 3; shape++) {
             Guarded block(len, shape == 2 ? 0 : 'A');
@@ -124,7 +118,7 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
             g_request = { 0, len, block.p };
             SendMessageW(hwnd, WM_COPYDATA, 0, (LPARAM)&g_request);
         }
-    EXPECT_EQ(0, g_overruns) << "strings read past the end of their block";
+    EXPECT_EQ(0, g_overruns) << "strings read past the end of their block, here or in the requests above";
     EXPECT_EQ(600u - 264, (size_t)std::count(g_calls.begin(), g_calls.end(), ';'));
 
     // The window's thread runs in the module: the caller's last FreeLibrary must leave it loaded.

@@ -2,10 +2,9 @@
 // is asked to show instead of showing anything.
 #include <windows.h>
 
+// Every address since loading, each followed by "|", or by "!|" when the command was not HH_DISPLAY_TOPIC.
 static WCHAR g_szLog[4096];
 
-// Every address since the library was loaded, each followed by "|", or by
-// "!|" when the command was not HH_DISPLAY_TOPIC.
 extern "C" HWND WINAPI FakeHtmlHelpW(HWND, LPCWSTR pszFile, UINT uCommand, DWORD_PTR)
 {
     if (lstrlenW(g_szLog) + lstrlenW(pszFile ? pszFile : L"") < 4000)
