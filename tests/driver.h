@@ -1,5 +1,4 @@
-// The driver module as applications reach it: loaded by file name, entry
-// points looked up by name.
+// The driver module as applications reach it: loaded by file name, entry points looked up by name.
 #ifndef QLR_TESTS_DRIVER_H
 #define QLR_TESTS_DRIVER_H
 
@@ -35,8 +34,7 @@ inline DEVMODEW *Header(DEVMODEW *dm, WORD size, WORD extra, WORD version)
     return dm;
 }
 
-// A caller's device mode of any layout, in a buffer with room to spare that
-// is filled with a pattern, so that writes past the layout show.
+// A caller's device mode of any layout in a pattern-filled buffer with room to spare: writes past it show.
 struct Layout {
     BYTE bytes[8192];
     explicit Layout(BYTE fill = 0xA5, WORD size = 0, WORD extra = 0, WORD version = 0)
@@ -47,12 +45,10 @@ struct Layout {
     DEVMODEW *dm() { return (DEVMODEW *)bytes; }
 };
 
-// Loads QLRDRVUI.DLL from the test program's own folder, or the build that
-// QLR_MODULE names (the MSVC-dialect one), once per process.
+// QLRDRVUI.DLL from the test program's folder, or the (MSVC-dialect) build QLR_MODULE names, loaded once.
 const Driver &TheDriver();
 
-// The printer's own record, by the level-2 two-call protocol; with a record
-// given, that record is stored as the printer's own.
+// The printer's own record, by the level-2 two-call protocol; a record given is stored as the printer's own.
 bool PrinterRecord(HANDLE hPrinter, std::vector<BYTE> *saved, const BYTE *store);
 
 inline std::string Utf8(const std::wstring &s)
@@ -62,8 +58,7 @@ inline std::string Utf8(const std::wstring &s)
     return u;
 }
 
-// Outcome of a call as "result error needed", the error "-" when the
-// sentinel set before the call was left alone.
+// A call's outcome as "result error needed", the error "-" when the sentinel set before it was left alone.
 inline std::string Outcome(LONG result, LONG needed)
 {
     DWORD error = GetLastError();
@@ -71,8 +66,7 @@ inline std::string Outcome(LONG result, LONG needed)
            std::to_string(needed);
 }
 
-// Points the module's import of one function at a stand-in; false when the
-// module does not import it.
+// Points the module's import of one function at a stand-in; false when the module does not import it.
 bool HookImport(LPCWSTR dll, const char *name, void *replacement);
 
 #endif

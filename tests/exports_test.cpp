@@ -4,6 +4,7 @@
 #include "guarded.h"
 #include "model.h"
 #include <algorithm>
+#include <tuple>
 
 namespace {
 
@@ -147,10 +148,6 @@ TEST(Exports, EveryLayoutAgainstGuardPages)
             EveryExport(size, extra, 0x0401, 0x41, false);
 }
 
-struct DirectRow {
-    const char *name; DWORD mode; int base; Puts in; LONG result; Puts expect; short inQuality = 0; WORD extra = 0;
-};
-
 DWORD WINAPI OtherThreadsCall(void *)
 {
     static Layout out;
@@ -163,8 +160,16 @@ TEST(Exports, DocumentPropertiesMerge)
 {
     const DWORD IO = DM_IN_BUFFER | DM_OUT_BUFFER;
     const std::wstring x260(260, L'x'), x259(259, L'x');
-    const Puts custom = { { 72, 4, 0xFC0D }, { 78, 2, 256 }, { 102, 32, 0, L"" }, { 244, 4, 1 } };
     auto with = [](Puts a, const Puts &b) { a.insert(a.end(), b.begin(), b.end()); return a; };
+    // A caller's paper length and width with these fields, and the custom size merged from it: in tenths of a
+    // millimetre, then as width and height in the record's own unit.
+    auto sized = [&](int fields, int length, int width, const Puts &more = {}) {
+        return with({ { 72, 4, fields }, { 80, 2, length }, { 82, 2, width } }, more);
+    };
+    auto custom = [&](int length, int width, int w, int h, int unit = 1, const Puts &more = {}) {
+        return with({ { 72, 4, 0xFC0D }, { 78, 2, 256 }, { 102, 32, 0, L"" }, { 244, 4, 1 }, { 80, 2, length },
+                      { 82, 2, width }, { 248, 4, w }, { 252, 4, h }, { 256, 4, unit } }, more);
+    };
     auto dpi = [](int q) { return Puts{ { 90, 2, q }, { 96, 2, q }, { 236, 4, q } }; };
     // A record of ours gives its private fields, but for those that follow the public ones, and the comment.
     const Puts own = { { 228, 4, 5 }, { 232, 4, 1 }, { 236, 4, 600 }, { 240, 4, 1 }, { 244, 4, 1 }, { 248, 4, 111 },
@@ -172,7 +177,9 @@ TEST(Exports, DocumentPropertiesMerge)
                        { 340, 4, 8 }, { 364, 4, 0 }, { 368, 4, 0 }, { 372, 4, 1 }, { 376, 260, 0, L"d:\\out" },
                        { 896, 260, 0, L"&[Page]" }, { 1416, 260, 0, L"v.exe" }, { 1936, 260, 0, L"-x %f" },
                        { 2456, 512, 0, L"note" }, { 3480, 4, 1 } };
-    const DirectRow rows[] = {
+    const struct {
+        const char *name; DWORD mode; int base; Puts in; LONG result; Puts expect; short inQuality = 0; WORD extra = 0;
+    } rows[] = {
         { "landscape", IO, PUBLIC, { { 0, 32, 0, L"Other" }, { 72, 4, 1 }, { 76, 2, 2 } }, 1, { { 76, 2, 2 }, { 232, 4, 1 } } },
         { "orientation 3", IO, PUBLIC, { { 72, 4, 1 }, { 76, 2, 3 } }, 1, {} },
         { "orientation unflagged", IO, PUBLIC, { { 76, 2, 2 } }, 1, {} },
@@ -189,21 +196,16 @@ TEST(Exports, DocumentPropertiesMerge)
           { 80, 2, 1651 }, { 82, 2, 921 }, { 102, 32, 0, L"Кон. Personal" }, { 228, 4, 38 } } },
         { "unknown id, known name", IO, PUBLIC, { { 72, 4, 0x10002 }, { 78, 2, 999 }, { 102, 32, 0, L"Конверт B6 " } }, 1,
           { { 72, 4, 0x1FC03 }, { 78, 2, 35 }, { 80, 2, 1250 }, { 82, 2, 1760 }, { 102, 32, 0, L"Конверт B6 " }, { 228, 4, 36 } } },
-        { "name in other case", IO, PUBLIC, { { 72, 4, 0x10000 }, { 102, 32, 0, L"letter/ansi a" }, { 80, 2, 1000 }, { 82, 2, 2000 } }, 1,
-          with(custom, { { 80, 2, 1000 }, { 82, 2, 2000 }, { 248, 4, 2000 }, { 252, 4, 1000 } }) },
-        { "custom clamped", IO, PUBLIC, { { 72, 4, 0xC }, { 80, 2, 15241 }, { 82, 2, 99 } }, 1,
-          with(custom, { { 80, 2, 15240 }, { 82, 2, 100 }, { 248, 4, 100 }, { 252, 4, 15240 } }) },
-        { "custom at the limits", IO, PUBLIC, { { 72, 4, 0x8 }, { 80, 2, -5 }, { 82, 2, 15240 } }, 1,
-          with(custom, { { 80, 2, 100 }, { 82, 2, 15240 }, { 248, 4, 15240 }, { 252, 4, 100 } }) },
-        { "foreign, thousandths", IO, FOREIGN, { { 72, 4, 0x8 }, { 80, 2, 1000 }, { 82, 2, 2000 }, { 256, 4, 0 }, { 260, 4, 5 } }, 1,
-          with(custom, { { 80, 2, 1000 }, { 82, 2, 2000 }, { 248, 4, 7874 }, { 252, 4, 3937 }, { 256, 4, 0 } }) },
-        { "foreign, pixels", IO, FOREIGN, { { 72, 4, 0x408 }, { 90, 2, 300 }, { 80, 2, 2540 }, { 82, 2, 2540 }, { 256, 4, 3 } }, 1,
-          with(custom, { { 90, 2, 300 }, { 96, 2, 300 }, { 236, 4, 300 }, { 80, 2, 2540 }, { 82, 2, 2540 },
-                         { 248, 4, 3000 }, { 252, 4, 3000 }, { 256, 4, 3 } }) },
-        { "foreign, points", IO, FOREIGN, { { 72, 4, 0x8 }, { 80, 2, 1000 }, { 82, 2, 2000 }, { 256, 4, 2 } }, 1,
-          with(custom, { { 80, 2, 1000 }, { 82, 2, 2000 }, { 248, 4, 567 }, { 252, 4, 283 }, { 256, 4, 2 } }), 0, 40 },
-        { "foreign, unit 7", IO, FOREIGN, { { 72, 4, 0x8 }, { 80, 2, 1000 }, { 82, 2, 2000 }, { 256, 4, 7 } }, 1,
-          with(custom, { { 80, 2, 1000 }, { 82, 2, 2000 }, { 248, 4, 2000 }, { 252, 4, 1000 }, { 256, 4, 7 } }) },
+        { "name in other case", IO, PUBLIC, sized(0x10000, 1000, 2000, { { 102, 32, 0, L"letter/ansi a" } }), 1,
+          custom(1000, 2000, 2000, 1000) },
+        { "custom clamped", IO, PUBLIC, sized(0xC, 15241, 99), 1, custom(15240, 100, 100, 15240) },
+        { "custom at the limits", IO, PUBLIC, sized(0x8, -5, 15240), 1, custom(100, 15240, 15240, 100) },
+        { "foreign, thousandths", IO, FOREIGN, sized(0x8, 1000, 2000, { { 256, 4, 0 }, { 260, 4, 5 } }), 1,
+          custom(1000, 2000, 7874, 3937, 0) },
+        { "foreign, pixels", IO, FOREIGN, sized(0x408, 2540, 2540, { { 90, 2, 300 }, { 256, 4, 3 } }), 1,
+          custom(2540, 2540, 3000, 3000, 3, dpi(300)) },
+        { "foreign, points", IO, FOREIGN, sized(0x8, 1000, 2000, { { 256, 4, 2 } }), 1, custom(1000, 2000, 567, 283, 2), 0, 40 },
+        { "foreign, unit 7", IO, FOREIGN, sized(0x8, 1000, 2000, { { 256, 4, 7 } }), 1, custom(1000, 2000, 2000, 1000, 7) },
         { "own record", IO, OWN, own, 1,
           with(own, { { 228, 4, 14 }, { 232, 4, 0 }, { 236, 4, 200 }, { 244, 4, 0 }, { 2456, 512, 0, L"" } }) },
         { "unterminated strings", IO, OWN, { { 376, 260, 0, x260.c_str() }, { 1936, 260, 0, x260.c_str() } }, 1,
@@ -219,18 +221,17 @@ TEST(Exports, DocumentPropertiesMerge)
         { "size query", 0, NONE, {}, 3484, {} },
         { "no output record", IO, PUBLIC, {}, 3484, {} },
     };
-    for (const DirectRow &r : rows) {
+    for (const auto &r : rows) {
         Layout in = Input(r.base, r.extra, r.in), out;
-        Bytes work = Factory(), want(out.bytes, out.bytes + sizeof(out.bytes));
+        Bytes work = Factory();
         DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", r.base ? in.dm() : NULL,
                                      r.result == 3484 && r.mode ? NULL : out.dm(), 0, r.mode };
         SetLastError(0xdeadbeef);
         EXPECT_EQ(std::to_string(r.result) + " - 0", Outcome(TheDriver().DocumentPropertySheets(NULL, (LPARAM)&h), 0))
             << r.name << ": the direct call sets no last error";
         Apply(work.data(), r.expect);
-        if (r.result == 1)
-            want = WriteOut(work, r.base ? in.bytes : NULL);
-        EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes))) << r.name;
+        EXPECT_EQ("", FirstDiff(out.bytes, r.result == 1 ? WriteOut(work, r.base ? in.bytes : NULL).data() : Layout().bytes,
+                                sizeof(out.bytes))) << r.name;
         if (r.result == 3484) {
             EXPECT_EQ(3484u, h.cbOut) << r.name;
         }
@@ -288,10 +289,13 @@ TEST(Exports, Capabilities)
 // controls.  OK reaches a document sheet only as a page's SET_RESULT, as from the pages' apply step; the
 // device sheet has none, so there the library's own OK counts.
 enum Fault { NO_FAULT, NO_LIBRARY, NO_EXPORT, SIZING_FAILS, SIZE_CHANGES };
-std::string g_pages, g_calls;
-int g_added, g_refuseAt = 99, g_fault;
-bool g_ok;
-DWORD g_seenMode;
+// What the stand-ins are told and what they saw, reset for every call; the sheet's state block outlives it.
+struct Seen {
+    bool ok = true;
+    int fault = NO_FAULT, refuseAt = 99, added = 0;
+    DWORD mode = 0;
+    std::string pages = "", calls = "";
+} g;
 PROPSHEETUI_INFO g_info;
 
 std::string AboutPage(const PROPSHEETPAGEW *p)
@@ -315,13 +319,13 @@ std::string AboutPage(const PROPSHEETPAGEW *p)
 LONG_PTR CALLBACK AddPage(HANDLE, UINT function, LPARAM page, LPARAM)
 {
     const PROPSHEETPAGEW *p = (const PROPSHEETPAGEW *)page;
-    if (function != CPSFUNC_ADD_PROPSHEETPAGEW || g_added == g_refuseAt)
+    if (function != CPSFUNC_ADD_PROPSHEETPAGEW || g.added == g.refuseAt)
         return 0;
-    g_pages += std::to_string(p->dwSize) + " " + std::to_string(p->dwFlags) + " " +
+    g.pages += std::to_string(p->dwSize) + " " + std::to_string(p->dwFlags) + " " +
                std::to_string((ULONG_PTR)p->pszTemplate) + (p->hInstance == TheDriver().hModule ? "" : " other module") +
                (p->pszTitle ? " " + Utf8(p->pszTitle) : "") + (p->pszTemplate == MAKEINTRESOURCEW(113) ? AboutPage(p) :
                p->lParam == (LPARAM)g_info.UserData ? "" : " other state") + ";";
-    return 0x100 + ++g_added;
+    return 0x100 + ++g.added;
 }
 
 LONG Reason(PFN_SHEETS entry, WORD reason, LPARAM lParam)
@@ -333,13 +337,12 @@ LONG Reason(PFN_SHEETS entry, WORD reason, LPARAM lParam)
 
 LONG WINAPI Library(HWND, PFN_SHEETS entry, LPARAM lParam, LPDWORD pResult)
 {
-    const bool document = entry == TheDriver().DocumentPropertySheets;
-    const DOCUMENTPROPERTYHEADER *h = document ? (DOCUMENTPROPERTYHEADER *)lParam : NULL;
-    g_seenMode = h ? h->fMode : 0;
-    g_info = { sizeof(g_info), 0x100, 0, 0, (HANDLE)1, AddPage, lParam, 0, h ? 0 : (ULONG_PTR)g_ok };
-    g_added = 0;
+    const DOCUMENTPROPERTYHEADER *h =
+        entry == TheDriver().DocumentPropertySheets ? (DOCUMENTPROPERTYHEADER *)lParam : NULL;
+    g.mode = h ? h->fMode : 0;
+    g_info = { sizeof(g_info), 0x100, 0, 0, (HANDLE)1, AddPage, lParam, 0, h ? 0 : (ULONG_PTR)g.ok };
     LONG init = Reason(entry, PROPSHEETUI_REASON_INIT, lParam);
-    g_pages = std::to_string(init) + ":" + g_pages;
+    g.pages = std::to_string(init) + ":" + g.pages;
     PROPSHEETUI_INFO_HEADER ih = {};
     EXPECT_EQ(1, Reason(entry, PROPSHEETUI_REASON_GET_INFO_HEADER, (LPARAM)&ih));
     if (h) {
@@ -350,7 +353,7 @@ LONG WINAPI Library(HWND, PFN_SHEETS entry, LPARAM lParam, LPDWORD pResult)
         SETRESULT_INFO result = { sizeof(result), 0, (HANDLE)0x999, 1 };
         EXPECT_EQ(-1, Reason(entry, PROPSHEETUI_REASON_SET_RESULT, (LPARAM)&result)) << "a handle of no page";
         result.hSetResult = (HANDLE)0x103;
-        if (g_ok) {
+        if (g.ok) {
             EXPECT_EQ(1, Reason(entry, PROPSHEETUI_REASON_SET_RESULT, (LPARAM)&result));
         }
     }
@@ -363,25 +366,25 @@ LONG WINAPI Library(HWND, PFN_SHEETS entry, LPARAM lParam, LPDWORD pResult)
 
 HMODULE WINAPI FakeLoadLibrary(LPCSTR name)
 {
-    return g_fault == NO_LIBRARY && !lstrcmpiA(name, "compstui.dll") ? NULL : LoadLibraryA(name);
+    return g.fault == NO_LIBRARY && !lstrcmpiA(name, "compstui.dll") ? NULL : LoadLibraryA(name);
 }
 
 FARPROC WINAPI FakeGetProcAddress(HMODULE h, LPCSTR name)
 {
     if (IS_INTRESOURCE(name) || strcmp(name, "CommonPropertySheetUIW"))
         return GetProcAddress(h, name);
-    return g_fault == NO_EXPORT ? NULL : (FARPROC)(void *)Library;
+    return g.fault == NO_EXPORT ? NULL : (FARPROC)(void *)Library;
 }
 
 // The spooler's answers as "level:buffer size;", the sizing call failing for another reason than a small
 // buffer (its size given all the same), or the size changing between the calls.
 BOOL WINAPI FakeGetPrinter(HANDLE hPrinter, DWORD level, LPBYTE buffer, DWORD cb, LPDWORD needed)
 {
-    g_calls += std::to_string(level) + ":" + std::to_string(cb) + ";";
+    g.calls += std::to_string(level) + ":" + std::to_string(cb) + ";";
     BOOL ok = GetPrinterW(hPrinter, level, buffer, cb, needed);
-    if (g_fault == SIZING_FAILS && !cb)
+    if (g.fault == SIZING_FAILS && !cb)
         SetLastError(ERROR_ACCESS_DENIED);
-    *needed += g_fault == SIZE_CHANGES && cb ? 8 : 0;
+    *needed += g.fault == SIZE_CHANGES && cb ? 8 : 0;
     return ok;
 }
 
@@ -422,32 +425,23 @@ TEST(Exports, SheetsThroughTheLibrary)
         { "printer, size changed", PRINTER, 0, true, SIZE_CHANGES, TRUE, untitled, 0, calls, false },
         { "printer, no library", PRINTER, 0, true, NO_LIBRARY, FALSE, "", 0, calls, false },
     };
+    Bytes work = Factory();
+    Apply(work.data(), { { 76, 2, 2 }, { 232, 4, 1 }, { 90, 2, 300 }, { 96, 2, 300 }, { 236, 4, 300 } });
     for (const auto &r : rows) {
         Layout in = Input(PUBLIC, 0, { { 72, 4, 0x401 }, { 76, 2, 2 }, { 90, 2, -4 } }), out;
-        Bytes work = Factory(), want(out.bytes, out.bytes + sizeof(out.bytes));
         DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", in.dm(), out.dm(), 3484, r.mode };
-        g_pages.clear();
-        g_calls.clear();
-        g_seenMode = 0;
-        g_ok = r.ok;
-        g_fault = r.fault;
+        g = { r.ok, r.fault };
         DWORD result = 0;
-        LPWSTR name = (LPWSTR)L"Quillora";
         LONG got = r.entry == LIBRARY ? (Library(NULL, d.DocumentPropertySheets, (LPARAM)&h, &result), (LONG)result)
-                   : r.entry == PROMPT ? d.DocumentProperties(NULL, NULL, name, out.dm(), in.dm(), r.mode)
-                   : r.entry == ADVANCED ? d.AdvancedDocumentProperties(NULL, NULL, name, out.dm(), in.dm())
+                   : r.entry == PROMPT ? d.DocumentProperties(NULL, NULL, h.pszPrinterName, out.dm(), in.dm(), r.mode)
+                   : r.entry == ADVANCED ? d.AdvancedDocumentProperties(NULL, NULL, h.pszPrinterName, out.dm(), in.dm())
                    : d.PrinterProperties(NULL, hPrinter);
-        EXPECT_EQ(r.result, got) << r.name;
-        EXPECT_EQ(r.pages, g_pages) << r.name;
-        EXPECT_EQ(r.seen, g_seenMode) << r.name;
-        EXPECT_EQ(r.calls, g_calls) << r.name;
-        Apply(work.data(), { { 76, 2, 2 }, { 232, 4, 1 }, { 90, 2, 300 }, { 96, 2, 300 }, { 236, 4, 300 } });
-        if (r.writes)
-            want = WriteOut(work, in.bytes);
-        EXPECT_EQ("", FirstDiff(out.bytes, want.data(), sizeof(out.bytes))) << r.name;
+        EXPECT_EQ(std::make_tuple(r.result, r.pages, r.seen, r.calls), std::make_tuple(got, g.pages, g.mode, g.calls))
+            << r.name << ": result, pages, mode the library saw, spooler calls";
+        EXPECT_EQ("", FirstDiff(out.bytes, r.writes ? WriteOut(work, in.bytes).data() : Layout().bytes, sizeof(out.bytes)))
+            << r.name;
         EXPECT_EQ(r.seen ? 300 : -4, in.dm()->dmPrintQuality) << r.name << ": normalised in place";
     }
-    g_fault = NO_FAULT;
     ClosePrinter(hPrinter);
     g_info.lParamInit = 0;
     const PFN_SHEETS sheet = d.DocumentPropertySheets;
@@ -458,8 +452,7 @@ TEST(Exports, SheetsThroughTheLibrary)
     EXPECT_EQ("-1 13 0", Outcome(d.DevicePropertySheets(NULL, 0), 0)) << "no information";
     DOCUMENTPROPERTYHEADER h = { sizeof(h), 0, NULL, (LPWSTR)L"Quillora", NULL, NULL, 3484, DM_PROMPT };
     g_info.lParamInit = (LPARAM)&h;
-    g_added = 0;
-    g_refuseAt = 1;
+    g = { true, NO_FAULT, 1 };
     EXPECT_EQ(-1, Reason(sheet, PROPSHEETUI_REASON_INIT, (LPARAM)&h)) << "a page refused";
     EXPECT_NE(0u, g_info.UserData) << "the state stays for DESTROY";
     EXPECT_EQ(1, Reason(sheet, PROPSHEETUI_REASON_DESTROY, 0));
@@ -477,11 +470,10 @@ TEST(Spooler, ThePrintersRecordIsTheMiddleLayer)
 {
     HANDLE hPrinter;
     ASSERT_TRUE(OpenPrinterW((LPWSTR)PRINTER, &hPrinter, NULL)) << "printer not installed: " << GetLastError();
-    Bytes printer = Factory(), saved, work = Factory();
-    const Puts landscapeA3 = { { 76, 2, 2 }, { 78, 2, 8 }, { 90, 2, 600 }, { 96, 2, 600 }, { 260, 4, 3 },
-                               { 896, 260, 0, L"&[Page]-printer" } };
-    Apply(printer.data(), landscapeA3);
-    Apply(work.data(), landscapeA3);
+    Bytes printer = Factory(), saved;
+    Apply(printer.data(), { { 76, 2, 2 }, { 78, 2, 8 }, { 90, 2, 600 }, { 96, 2, 600 }, { 260, 4, 3 },
+                            { 896, 260, 0, L"&[Page]-printer" } });
+    Bytes work = printer;
     Apply(work.data(), { { 72, 4, 0x1FC03 }, { 80, 2, 4200 }, { 82, 2, 2970 }, { 102, 32, 0, L"A3" },
                          { 228, 4, 13 }, { 232, 4, 1 }, { 236, 4, 600 } });
     ASSERT_TRUE(PrinterRecord(hPrinter, &saved, printer.data())) << GetLastError();

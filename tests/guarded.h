@@ -1,13 +1,11 @@
-// A buffer of n bytes whose end touches a page the process may not touch:
-// any read or write past it ends the test program at once.
+// A buffer of n bytes whose end touches a page the process may not touch.
 #ifndef QLR_TESTS_GUARDED_H
 #define QLR_TESTS_GUARDED_H
 
 #include <windows.h>
 #include <string.h>
 
-// A touch of the forbidden page fails the test program at once: under Wine an
-// unhandled fault would otherwise wait for a debugger that nobody answers.
+// A touch of that page ends the test program at once: under Wine an unhandled fault waits for a debugger.
 inline LONG WINAPI GuardTouched(EXCEPTION_POINTERS *)
 {
     static const char text[] = "A guarded buffer's end was overrun: the test program stops here.\n";
@@ -35,7 +33,6 @@ struct Guarded {
     ~Guarded() { VirtualFree(base, 0, MEM_RELEASE); }
     Guarded(const Guarded &) = delete;
     Guarded &operator=(const Guarded &) = delete;
-    template <typename T> T *as() { return (T *)p; }
     DEVMODEW *dm() { return (DEVMODEW *)p; }
 };
 

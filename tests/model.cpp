@@ -1,11 +1,9 @@
 #include "model.h"
 #include <stdio.h>
 #include <string.h>
+#include <algorithm>
 
-namespace {
-
-// The paper table: name, paper id, unit (1 = millimetres, 0 = 1/1000 inch), size.
-const struct { const wchar_t *name; int id, mm, w, h; } g_Papers[39] = {
+const Paper g_Papers[39] = {
     { L"Letter/ANSI A", 1, 0, 8500, 11000 }, { L"Tabloid/ANSI B", 3, 0, 11000, 17000 },
     { L"ANSI Super B", 257, 0, 13000, 19000 }, { L"ANSI C", 24, 0, 17000, 22000 },
     { L"ANSI D", 25, 0, 22000, 34000 }, { L"ANSI E", 26, 0, 34000, 44000 },
@@ -26,6 +24,8 @@ const struct { const wchar_t *name; int id, mm, w, h; } g_Papers[39] = {
     { L"Кон. Personal", 38, 0, 3625, 6500 },
 };
 
+namespace {
+
 WORD SpecVersion(const BYTE *r)
 {
     WORD size = (WORD)Get(r, 68, 2);
@@ -38,14 +38,10 @@ void Apply(BYTE *record, const Puts &puts)
 {
     for (const Put &p : puts)
         if (p.text) {
-            WCHAR *s = (WCHAR *)(record + p.off);
-            memset(s, 0, p.width * sizeof(WCHAR));
-            for (int i = 0; p.text[i]; i++)
-                s[i] = p.text[i];
-        } else {
-            short word = (short)p.value;
-            memcpy(record + p.off, p.width == 2 ? (const void *)&word : (const void *)&p.value, p.width == 2 ? 2 : 4);
-        }
+            memset(record + p.off, 0, p.width * sizeof(WCHAR));
+            memcpy(record + p.off, p.text, wcslen(p.text) * sizeof(WCHAR));
+        } else
+            memcpy(record + p.off, &p.value, p.width);    // the low bytes, the machine being little-endian
 }
 
 int Get(const BYTE *record, int off, int width)
@@ -77,14 +73,12 @@ void ConvertInto(const BYTE *source, BYTE *target)
     WORD version = SpecVersion(target);
     if (!SpecVersion(source) || !version)
         return;
-    BYTE header[8];
-    memcpy(header, target + 64, 8);
-    int srcSize = Get(source, 68, 2), dstSize = Get(target, 68, 2);
-    memcpy(target, source, srcSize < dstSize ? srcSize : dstSize);
-    memcpy(target + 64, header, 8);
-    Apply(target, { { 64, 2, version }, { 0, 32, 0, L"Quillora" } });
-    int srcExtra = (WORD)Get(source, 70, 2), dstExtra = (WORD)Get(target, 70, 2);
-    memcpy(target + dstSize, source + srcSize, srcExtra < dstExtra ? srcExtra : dstExtra);
+    const int srcSize = Get(source, 68, 2), dstSize = Get(target, 68, 2), driver = Get(target, 66, 2);
+    const int srcExtra = (WORD)Get(source, 70, 2), dstExtra = (WORD)Get(target, 70, 2);
+    memcpy(target, source, std::min(srcSize, dstSize));
+    Apply(target, { { 0, 32, 0, L"Quillora" }, { 64, 2, version }, { 66, 2, driver }, { 68, 2, dstSize },
+                    { 70, 2, dstExtra } });
+    memcpy(target + dstSize, source + srcSize, std::min(srcExtra, dstExtra));
 }
 
 Bytes WriteOut(const Bytes &work, const BYTE *in)
@@ -102,72 +96,51 @@ Bytes WriteOut(const Bytes &work, const BYTE *in)
 
 std::string FirstDiff(const BYTE *got, const BYTE *want, size_t n)
 {
-    for (size_t i = 0; i < n; i++)
-        if (got[i] != want[i]) {
-            char text[80];
-            sprintf(text, "first difference at offset %u: %02x, expected %02x", (unsigned)i, got[i], want[i]);
-            return text;
-        }
-    return "";
+    const size_t i = std::mismatch(got, got + n, want).first - got;
+    char text[80] = "";
+    if (i < n)
+        sprintf(text, "first difference at offset %u: %02x, expected %02x", (unsigned)i, got[i], want[i]);
+    return text;
 }
 
 DWORD ExpectedCap(WORD cap, BYTE *out, int resolution, POINT paper)
 {
-    static const WORD caps[] = { DC_FIELDS, DC_DUPLEX, DC_SIZE, DC_EXTRA, DC_VERSION, DC_DRIVER, DC_TRUETYPE,
-                                 DC_ORIENTATION, DC_COPIES, DC_COLLATE, DC_PRINTRATE, DC_PRINTRATEUNIT,
-                                 DC_PRINTERMEM, DC_STAPLE, DC_PRINTRATEPPM, DC_COLORDEVICE, DC_BINS,
-                                 DC_BINNAMES, DC_FILEDEPENDENCIES, DC_MINEXTENT, DC_MAXEXTENT };
-    static const DWORD answers[] = { 0x1FC0F, 0, 220, 3264, 0x0401, 0x0246, 1, 90, 1, 0, 12, 1, 0, 0, 12, 1, 1,
-                                     1, 0, 0x00640064, 0x3B883B88 };
+    // Lists are written into scratch when no buffer is given, so that the count alone needs no other path.
+    static BYTE scratch[64 * 41 * 2];
+    static const WORD bin = DMBIN_AUTO, none = 0;
+    static const DWORD minExtent = 0x00640064, maxExtent = 0x3B883B88, pages[6] = { 1, 2, 4, 6, 9, 16 };
+    static const struct { WORD cap; DWORD answer; const void *data = NULL; size_t size = 0; } answers[] = {
+        { DC_FIELDS, 0x1FC0F }, { DC_DUPLEX, 0 }, { DC_SIZE, 220 }, { DC_EXTRA, 3264 }, { DC_VERSION, 0x0401 },
+        { DC_DRIVER, 0x0246 }, { DC_TRUETYPE, 1 }, { DC_ORIENTATION, 90 }, { DC_COPIES, 1 }, { DC_COLLATE, 0 },
+        { DC_PRINTRATE, 12 }, { DC_PRINTRATEUNIT, 1 }, { DC_PRINTERMEM, 0 }, { DC_STAPLE, 0 }, { DC_PRINTRATEPPM, 12 },
+        { DC_COLORDEVICE, 1 }, { DC_BINS, 1, &bin, 2 }, { DC_BINNAMES, 1, L"Main paper tray", 32 },
+        { DC_FILEDEPENDENCIES, 0, &none, 2 }, { DC_MINEXTENT, minExtent, &minExtent, 4 },
+        { DC_MAXEXTENT, maxExtent, &maxExtent, 4 }, { DC_NUP, 6, pages, sizeof(pages) }, { DC_PAPERS, 40 },
+        { DC_PAPERSIZE, 40 }, { DC_PAPERNAMES, 40 }, { DC_MEDIAREADY, 40 }, { DC_ENUMRESOLUTIONS, 10 },
+    };
     const LONG resolutions[10] = { 50, 72, 96, 100, 150, 200, 300, 400, 600, resolution };
-    const LONG pages[6] = { 1, 2, 4, 6, 9, 16 };
+    out = out ? out : scratch;
     WORD *words = (WORD *)out;
-    LONG *longs = (LONG *)out;
-    switch (cap) {
-    case DC_PAPERS:
-        for (int i = 0; out && i < 40; i++)
+    POINT *points = (POINT *)out;
+    for (int i = 0; i < 40; i++)
+        if (cap == DC_PAPERS)
             words[i] = (WORD)(i < 39 ? g_Papers[i].id : DMPAPER_USER);
-        return 40;
-    case DC_PAPERSIZE:
-        for (int i = 0; out && i < 39; i++) {
-            longs[2 * i] = g_Papers[i].mm ? g_Papers[i].w * 10 : g_Papers[i].w * 254 / 1000;
-            longs[2 * i + 1] = g_Papers[i].mm ? g_Papers[i].h * 10 : g_Papers[i].h * 254 / 1000;
-        }
-        if (out)
-            memcpy(longs + 78, &paper, 8);
-        return 40;
-    case DC_PAPERNAMES:
-    case DC_MEDIAREADY:
-        for (int i = 0; out && i < 40; i++)
+        else if (cap == DC_PAPERNAMES || cap == DC_MEDIAREADY)
             Apply(out, { { 128 * i, 64, 0, i < 39 ? g_Papers[i].name : L"Custom Paper" } });
-        return 40;
-    case DC_ENUMRESOLUTIONS:
-        for (int i = 0; out && i < 20; i++)
-            longs[i] = resolutions[i / 2];
-        return 10;
-    case DC_NUP:
-        if (out)
-            memcpy(out, pages, sizeof(pages));
-        return 6;
-    }
-    for (size_t i = 0; i < ARRAYSIZE(caps); i++)
-        if (caps[i] == cap) {
-            if (out && (cap == DC_MINEXTENT || cap == DC_MAXEXTENT))
-                longs[0] = answers[i];
-            if (out && cap == DC_BINS)
-                words[0] = DMBIN_AUTO;
-            if (out && cap == DC_BINNAMES)
-                memcpy(out, L"Main paper tray", 32);
-            if (out && cap == DC_FILEDEPENDENCIES)
-                words[0] = 0;
-            return answers[i];
+        else if (cap == DC_ENUMRESOLUTIONS && i < 10)
+            points[i] = { resolutions[i], resolutions[i] };
+        else if (cap == DC_PAPERSIZE && i < 39)    // truncated, unlike the current paper's size
+            points[i] = g_Papers[i].mm ? POINT{ g_Papers[i].w * 10, g_Papers[i].h * 10 }
+                                       : POINT{ g_Papers[i].w * 254 / 1000, g_Papers[i].h * 254 / 1000 };
+        else if (cap == DC_PAPERSIZE)
+            points[i] = paper;
+    for (const auto &a : answers)
+        if (a.cap == cap) {
+            if (a.data)
+                memcpy(out, a.data, a.size);
+            return a.answer;
         }
     return (DWORD)-1;
-}
-
-std::wstring PaperName(int row)
-{
-    return g_Papers[row].name;
 }
 
 std::wstring SizeLabel(int row)
@@ -179,11 +152,6 @@ std::wstring SizeLabel(int row)
     else
         swprintf(text, 96, L"%ls (%d.%03d x %d.%03d дюйм)", p.name, p.w / 1000, p.w % 1000, p.h / 1000, p.h % 1000);
     return text;
-}
-
-int PaperId(int row)
-{
-    return g_Papers[row].id;
 }
 
 POINT PaperSize(int row, bool raw)

@@ -1,6 +1,4 @@
-// What the driver must answer, written out in the test from the driver's
-// documented tables and rules: the factory record, the paper table, the
-// capability lists and the layout rules.  Nothing here calls the module.
+// What the driver must answer, written out from its documented tables and rules: nothing here calls the module.
 #ifndef QLR_TESTS_MODEL_H
 #define QLR_TESTS_MODEL_H
 
@@ -10,8 +8,7 @@
 
 typedef std::vector<BYTE> Bytes;
 
-// One field: a WORD (width 2) or DWORD (width 4) value, or, with text, a
-// string padded with NULs to width characters.
+// One field: a WORD (width 2) or DWORD (width 4) value, or text padded with NULs to width characters.
 struct Put {
     int off, width, value;
     const wchar_t *text = NULL;
@@ -27,14 +24,15 @@ void ConvertInto(const BYTE *source, BYTE *target);
 Bytes WriteOut(const Bytes &work, const BYTE *callerIn);
 // "" when equal, else the first differing offset with both bytes.
 std::string FirstDiff(const BYTE *got, const BYTE *want, size_t n);
+// The paper table: name, paper id, unit (1 = millimetres, 0 = 1/1000 inch), size.
+extern const struct Paper { const wchar_t *name; int id, mm, w, h; } g_Papers[39];
 // A paper table row's name, and the size label the page-setup page shows for it.
-std::wstring PaperName(int row);
+inline std::wstring PaperName(int row) { return g_Papers[row].name; }
 std::wstring SizeLabel(int row);
 // A row's paper id, and its size in tenths of a millimetre or, raw, in the row's own unit.
-int PaperId(int row);
+inline int PaperId(int row) { return g_Papers[row].id; }
 POINT PaperSize(int row, bool raw = false);
-// A capability's answer, its output written into out (when given) for a
-// working record whose resolution and current paper size are these.
+// A capability's answer and output (into out when given) for a working record of this resolution and paper.
 DWORD ExpectedCap(WORD cap, BYTE *out, int resolution, POINT currentPaper);
 
 #endif
