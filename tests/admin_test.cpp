@@ -2,6 +2,7 @@
 // on the real registry and files, refusals that store nothing.
 #include "driver.h"
 #include "files.h"
+#include <algorithm>
 
 namespace {
 
@@ -79,19 +80,27 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         }
         return text + named;
     };
-    // What "list" must print: every profile key in the registry's order, the current one, matched with case, marked.
-    auto listing = [] {
+    // Every profile key in the registry's order; what "list" must print of them: the current one, matched with
+    // case, marked.
+    auto keys = [] {
+        std::vector<std::wstring> names;
+        HKEY h = NULL;
+        WCHAR name[256];
+        RegOpenKeyExW(HKEY_CURRENT_USER, KEY, 0, KEY_READ, &h);    // no key: none
+        for (DWORD i = 0, cch = 256; !RegEnumKeyExW(h, i, name, &cch, NULL, NULL, NULL, NULL); i++, cch = 256)
+            names.push_back(name);
+        RegCloseKey(h);
+        return names;
+    };
+    auto listing = [&] {
         const std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, KEY);
         const std::wstring current((const WCHAR *)v.data(), wcsnlen((const WCHAR *)v.data(), v.size() / 2));
         std::string text;
-        HKEY h = NULL;
-        WCHAR name[256];
-        RegOpenKeyExW(HKEY_CURRENT_USER, KEY, 0, KEY_READ, &h);    // no key: nothing listed
-        for (DWORD i = 0, cch = 256; !RegEnumKeyExW(h, i, name, &cch, NULL, NULL, NULL, NULL); i++, cch = 256)
+        for (const std::wstring &name : keys())
             text += (current == name ? "* " : "  ") + Utf8(name) + "\n";
-        RegCloseKey(h);
         return text;
     };
+    const std::vector<std::wstring> existing = keys();
     const char s = stored == read ? 'r' : 's';
     // A row: the command, its exit code, stdout compared whole, the profiles after it.  With a name, a refusal prints
     // one line on stderr that quotes it and nothing on stdout; a success prints a first line quoting it.
@@ -185,8 +194,12 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         EXPECT_EQ(before, listing() + image()) << "damaged file " << i;
     }
 
-    DeleteFileW(path.c_str());
-    DeleteFileW(raw.c_str());
+    // A damaged file stored all the same must not break later runs: every profile this test left is taken out.
+    for (const std::wstring &name : keys())
+        if (std::find(existing.begin(), existing.end(), name) == existing.end())
+            RegDeleteKeyW(HKEY_CURRENT_USER, (KEY L"\\" + name).c_str());
+    for (const std::wstring &name : { path, raw, Beside(L"qlr-admin.out"), Beside(L"qlr-admin.err") })
+        DeleteFileW(name.c_str());
     SetValue(HKEY_CURRENT_USER, KEY, REG_SZ, current.data(), current.size());
     ClosePrinter(hPrinter);
 }

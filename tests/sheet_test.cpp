@@ -350,7 +350,7 @@ struct Act : Step {
     Change change;
     Act(int where, int id, int op, int n = 0, const std::wstring &s = L"") : Step{ where, id, op, n, s } {}
     template <class F, class = std::enable_if_t<std::is_invocable_v<F, QLRDEVMODE &>>>
-    Act(F f) : change(f) {}
+    Act(F f) : Step{ 0, 0, -1 }, change(f) {}
 };
 const Change LOOK = [](QLRDEVMODE &) {};
 
