@@ -5,9 +5,15 @@
 #include <windows.h>
 #include <string.h>
 
-// A touch of that page ends the test program at once: under Wine an unhandled fault waits for a debugger.
-inline LONG WINAPI GuardTouched(EXCEPTION_POINTERS *)
+// A touch of that page ends the test program at once, seen first of all handlers: a fault in a window procedure
+// may be swallowed before it reaches an unhandled-exception filter, and under Wine one waits for a debugger.
+inline LONG WINAPI GuardTouched(EXCEPTION_POINTERS *e)
 {
+    MEMORY_BASIC_INFORMATION m = {};
+    const EXCEPTION_RECORD *r = e->ExceptionRecord;
+    if (r->ExceptionCode != EXCEPTION_ACCESS_VIOLATION || !VirtualQuery((void *)r->ExceptionInformation[1], &m, sizeof(m)) ||
+        m.State != MEM_COMMIT || m.Protect != PAGE_NOACCESS)
+        return EXCEPTION_CONTINUE_SEARCH;
     static const char text[] = "A guarded buffer's end was overrun: the test program stops here.\n";
     DWORD cb;
     WriteFile(GetStdHandle(STD_ERROR_HANDLE), text, sizeof(text) - 1, &cb, NULL);
@@ -20,7 +26,8 @@ struct Guarded {
     BYTE *p = NULL;
     explicit Guarded(size_t n, BYTE fill = 0)
     {
-        SetUnhandledExceptionFilter(GuardTouched);
+        static const PVOID handler = AddVectoredExceptionHandler(TRUE, GuardTouched);
+        (void)handler;
         SYSTEM_INFO si;
         GetSystemInfo(&si);
         size_t span = ((n + si.dwPageSize - 1) / si.dwPageSize + 1) * si.dwPageSize;
