@@ -116,8 +116,7 @@ void ToUnit(QLRDEVMODE &e, int unit)
     e.iCustomUnit = unit;
 }
 
-// The unit table's limits at a resolution, the value compared as unsigned: no larger than the largest, then no
-// smaller than the smallest.
+// The unit table's limits at a resolution, compared as unsigned: the largest first, then the smallest.
 int Clamp(int v, int unit, int dpi)
 {
     const int m = MulDiv(144000, 1000, dpi), lo[] = { 39, 10, 29, dpi },
@@ -148,9 +147,8 @@ std::wstring Preview(POINT paper, int landscape, int crop)
            std::to_wstring(crop);
 }
 
-// Every control of the three pages and the six panels as the record says they show it: texts,
-// checks, enabling, visibility, and which are painted by the module.  Read from the pages'
-// tables: the control ids, each depth radio's value, and the rules that enable each control.
+// Every control of the three pages and six panels as the record says they show it: texts, checks, enabling,
+// visibility, and which the module paints; from the pages' tables of ids, depth values and enabling rules.
 std::vector<Step> View(const QLRDEVMODE &e, bool skins)
 {
     std::vector<Step> v;
