@@ -1,5 +1,4 @@
-// The administrator's tool as an administrator runs it: a script of commands
-// on the real registry and files, refusals that store nothing.
+// The administrator's tool on the real registry and files: a script of commands, refusals that store nothing.
 #include "driver.h"
 #include "files.h"
 #include <algorithm>
@@ -80,8 +79,7 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         }
         return text + named;
     };
-    // Every profile key in the registry's order; what "list" must print of them: the current one, matched with
-    // case, marked.
+    // Every profile key in the registry's order; what "list" prints: the current one, matched with case, marked.
     auto keys = [] {
         std::vector<std::wstring> names;
         HKEY h = NULL;
@@ -173,8 +171,7 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         }
     RegDeleteKeyW(HKEY_CURRENT_USER, KEY L"\\qlr admin B");
 
-    // Damaged files are refused before anything is stored: sizes, magic and version bytes, an empty name,
-    // backslashes in the name, a name without its NUL.
+    // Damaged files are refused, storing nothing: sizes, magic and version bytes, an empty name, backslashes, no NUL.
     const std::vector<BYTE> good = FileOf(L"qlr admin C", read);
     std::vector<std::vector<BYTE>> bad;
     for (size_t size : { 0, 1, 264, 3747, 3749, 4096 })

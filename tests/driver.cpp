@@ -1,4 +1,5 @@
 #include "driver.h"
+#include "files.h"
 
 #define LOOKUP(result, field, name, params) \
     driver.field = (decltype(driver.field))(void *)GetProcAddress(driver.hModule, name);
@@ -8,11 +9,8 @@ const Driver &TheDriver()
     static Driver driver;
     if (!driver.hModule) {
         WCHAR szPath[MAX_PATH];
-        if (!GetEnvironmentVariableW(L"QLR_MODULE", szPath, MAX_PATH)) {
-            GetModuleFileNameW(NULL, szPath, MAX_PATH);
-            lstrcpyW(wcsrchr(szPath, L'\\') + 1, L"QLRDRVUI.DLL");
-        }
-        driver.hModule = LoadLibraryW(szPath);
+        const bool named = GetEnvironmentVariableW(L"QLR_MODULE", szPath, MAX_PATH);
+        driver.hModule = LoadLibraryW(named ? szPath : Beside(L"QLRDRVUI.DLL").c_str());
         QLR_EXPORTS(LOOKUP)
     }
     return driver;

@@ -1,5 +1,4 @@
-// The module's exports called as the spooler calls them: each row a caller's record (bytes at offsets) and a
-// call, checked against the result, the last error and the whole output buffer.
+// The exports called as the spooler calls them: a caller's record and a call; result, last error, whole output checked.
 #include "driver.h"
 #include "guarded.h"
 #include "model.h"
@@ -10,8 +9,7 @@ namespace {
 
 enum Base { NONE, PUBLIC, PUBLIC212, OWN, FOREIGN };
 
-// A caller's record: a bare public part, or a whole record of this driver
-// (FOREIGN: another driver's private part), then the row's bytes.
+// A bare public part, or a whole record of ours (FOREIGN: another driver's private part), then the row's bytes.
 Layout Input(int base, WORD extra, const Puts &puts)
 {
     Layout in(0, base == PUBLIC212 ? 212 : 220, 0, base == PUBLIC212 ? 0x0400 : 0x0401);
@@ -154,15 +152,13 @@ DWORD WINAPI OtherThreadsCall(void *)
     return TheDriver().DocumentProperties(NULL, NULL, (LPWSTR)L"Quillora", out.dm(), NULL, DM_OUT_BUFFER);
 }
 
-// Without a sheet or printer the working record is the factory record with the caller's merged, written out
-// in the smaller layout of the caller's and ours.
+// Without a sheet or printer: the factory record with the caller's merged, written out in the smaller layout.
 TEST(Exports, DocumentPropertiesMerge)
 {
     const DWORD IO = DM_IN_BUFFER | DM_OUT_BUFFER;
     const std::wstring x260(260, L'x'), x259(259, L'x');
     auto with = [](Puts a, const Puts &b) { a.insert(a.end(), b.begin(), b.end()); return a; };
-    // A caller's paper length and width with these fields, and the custom size merged from it: in tenths of a
-    // millimetre, then as width and height in the record's own unit.
+    // A caller's length and width (tenths of a mm) and fields; the custom size merged, w and h in the record's unit.
     auto sized = [&](int fields, int length, int width, const Puts &more = {}) {
         return with({ { 72, 4, fields }, { 80, 2, length }, { 82, 2, width } }, more);
     };
@@ -284,10 +280,9 @@ TEST(Exports, Capabilities)
     }
 }
 
-// A stand-in for the property-sheet library, which the module loads by name: it gives the reasons in the
-// library's order and lists the pages as "size flags template title", the device page with its caption and
-// controls.  OK reaches a document sheet only as a page's SET_RESULT, as from the pages' apply step; the
-// device sheet has none, so there the library's own OK counts.
+// A stand-in for the property-sheet library the module loads by name: the reasons in the library's order, the pages
+// listed as "size flags template title", the device page with its caption and controls.  OK reaches a document sheet
+// only as a page's SET_RESULT, as from the pages' apply step; the device sheet has none, so the library's OK counts.
 enum Fault { NO_FAULT, NO_LIBRARY, NO_EXPORT, SIZING_FAILS, SIZE_CHANGES };
 // What the stand-ins are told and what they saw, reset for every call; the sheet's state block outlives it.
 struct Seen {
@@ -376,8 +371,7 @@ FARPROC WINAPI FakeGetProcAddress(HMODULE h, LPCSTR name)
     return g.fault == NO_EXPORT ? NULL : (FARPROC)(void *)Library;
 }
 
-// The spooler's answers as "level:buffer size;", the sizing call failing for another reason than a small
-// buffer (its size given all the same), or the size changing between the calls.
+// The spooler's calls as "level:buffer size;"; faults: sizing failing not for a small buffer (size given), or growing.
 BOOL WINAPI FakeGetPrinter(HANDLE hPrinter, DWORD level, LPBYTE buffer, DWORD cb, LPDWORD needed)
 {
     g.calls += std::to_string(level) + ":" + std::to_string(cb) + ";";
@@ -404,8 +398,7 @@ TEST(Exports, SheetsThroughTheLibrary)
     const std::string device = "1:" + v2 + " 0 113 Quillora" + about, untitled = "1:" + v2 + " 0 113" + about;
     const DWORD IOP = DM_IN_BUFFER | DM_OUT_BUFFER | DM_PROMPT;
     enum { LIBRARY, PROMPT, ADVANCED, PRINTER };
-    // Entry, caller's mode, OK or Cancel, a fault -> the result, the pages the library was given, the mode it
-    // saw, the spooler's answers, whether the caller's output record is written.
+    // Entry, mode, OK or Cancel, fault -> result, pages given, mode the library saw, spooler calls, output written.
     const struct { const char *name; int entry; DWORD mode; bool ok; int fault; LONG result; std::string pages;
                    DWORD seen; std::string calls; bool writes; } rows[] = {
         { "in and out", LIBRARY, IOP, true, NO_FAULT, 1, doc, IOP, "", true },
@@ -492,8 +485,7 @@ TEST(Spooler, ThePrintersRecordIsTheMiddleLayer)
     EXPECT_EQ(IDOK, DocumentPropertiesW(NULL, hPrinter, (LPWSTR)PRINTER, out.dm(), in.dm(), DM_IN_BUFFER | DM_OUT_BUFFER));
     EXPECT_EQ("", FirstDiff(out.bytes, WriteOut(work, in.bytes).data(), sizeof(out.bytes))) << "caller's record";
 
-    Bytes ignored;
-    EXPECT_TRUE(PrinterRecord(hPrinter, &ignored, saved.data()));
+    EXPECT_TRUE(PrinterRecord(hPrinter, &printer, saved.data()));
     ClosePrinter(hPrinter);
 }
 

@@ -39,8 +39,7 @@ inline std::vector<BYTE> FileOf(LPCWSTR name, const std::vector<BYTE> &record)
     return f;
 }
 
-// A key's unnamed value set, and read back as its bytes stand (RegGetValue
-// would add a NUL to a string); empty when there is none.
+// A key's unnamed value set, and read back as its bytes stand (RegGetValue would add a NUL to a string); empty if none.
 inline void SetValue(HKEY root, const std::wstring &key, DWORD type, const void *data, size_t cb)
 {
     HKEY h;
@@ -61,8 +60,7 @@ inline std::vector<BYTE> ValueOf(HKEY root, const std::wstring &key)
     return v;
 }
 
-// Points the HTML help control's class registration at a library (the recorder
-// fakehh.dll beside the test program), returning what it named before.
+// Points the HTML help control's class at a library (the recorder fakehh.dll beside the test program); returns the old.
 inline std::wstring SetHelpControl(const std::wstring &path)
 {
     const std::wstring key = L"CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";

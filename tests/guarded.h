@@ -26,8 +26,7 @@ struct Guarded {
     BYTE *p = NULL;
     explicit Guarded(size_t n, BYTE fill = 0)
     {
-        static const PVOID handler = AddVectoredExceptionHandler(TRUE, GuardTouched);
-        (void)handler;
+        [[maybe_unused]] static const PVOID handler = AddVectoredExceptionHandler(TRUE, GuardTouched);
         SYSTEM_INFO si;
         GetSystemInfo(&si);
         size_t span = ((n + si.dwPageSize - 1) / si.dwPageSize + 1) * si.dwPageSize;

@@ -1,5 +1,4 @@
-// The job window as the spooler's document events create it and as the rendering module talks to it: open requests
-// and the abort message, with the module's calls of ShellExecuteA and AbortDoc seen through its imports.
+// The job window document events start: open requests and the abort message, ShellExecuteA and AbortDoc hooked.
 #include "driver.h"
 #include "guarded.h"
 #include <algorithm>
@@ -7,8 +6,7 @@
 
 namespace {
 
-// The calls as "verb|file|parameters|show;", with "(dir)" when a folder is
-// given; files named *.none have no program registered for their type.
+// The calls as "verb|file|parameters|show;", "(dir)" when a folder is given; *.none files have no registered program.
 std::string g_calls;
 COPYDATASTRUCT g_request;    // the block being sent: its strings must end inside it
 int g_overruns;
@@ -74,8 +72,7 @@ TEST(JobWindow, StartsOnceAndServesEveryLaterJob)
         EXPECT_EQ(1, Event(other, (HDC)0x9999)) << "event " << other;
     EXPECT_EQ((HANDLE)0x5678, GetPropW(hwnd, L"PRN_HDC"));
 
-    // Requests: command, file field, application field, block length (0: up
-    // to the application's NUL) -> the message's result and the calls made.
+    // Requests: command, file field, application field, block length (0: up to the application's NUL) -> result, calls.
     ASSERT_TRUE(HookImport(L"shell32.dll", "ShellExecuteA", (void *)FakeShellExecute));
     ASSERT_TRUE(HookImport(L"gdi32.dll", "AbortDoc", (void *)FakeAbortDoc));
 #define OPEN_AS "open|RUNDLL32.EXE|shell32.dll,OpenAs_RunDLL "

@@ -24,15 +24,11 @@ const Paper g_Papers[39] = {
     { L"Кон. Personal", 38, 0, 3625, 6500 },
 };
 
-namespace {
-
-WORD SpecVersion(const BYTE *r)
+static WORD SpecVersion(const BYTE *r)
 {
     WORD size = (WORD)Get(r, 68, 2);
     return size == 188 ? 0x0320 : size == 212 ? 0x0400 : size == 220 ? 0x0401 : (WORD)Get(r, 64, 2);
 }
-
-}  // namespace
 
 void Apply(BYTE *record, const Puts &puts)
 {

@@ -65,9 +65,8 @@ std::string ComparePreview(HWND c, const Scheme &s, double W, double H, bool lan
     });
 }
 
-// GetGuiResources answers 0 under Wine; the process's GDI handle table, which
-// the x64 PEB points at (offset 0xF8), is counted instead: 24-byte entries of
-// object, owner (process id in the low word), unique, type, flags, user.
+// GetGuiResources answers 0 under Wine, so the GDI handle table the x64 PEB points at (offset 0xF8) is counted instead:
+// 24-byte entries of object, owner (process id in the low word), unique, type, flags, user.
 int GdiObjects()
 {
     struct Entry { UINT64 object; ULONG owner; USHORT unique; UCHAR type, flags; UINT64 user; };

@@ -1,5 +1,4 @@
-// Pictures of controls as the screen shows them, compared whole with pictures drawn here, and the drawing
-// helpers both sides use.
+// Controls as the screen shows them, compared whole with pictures drawn here, and the drawing helpers both sides use.
 #ifndef QLR_TESTS_PICTURES_H
 #define QLR_TESTS_PICTURES_H
 

@@ -26,13 +26,11 @@ HWND SkinHost::AddButton(int id, DWORD style, LPCWSTR text, int w, int h, int x,
     return c;
 }
 
-static INT_PTR CALLBACK HostProc(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
-
 bool SkinHost::Create()
 {
     alignas(4) static const struct { DLGTEMPLATE t; WORD menu, cls, title; } tmpl = {
         { WS_POPUP | WS_VISIBLE, 0, 0, 0, 0, 320, 240 }, 0, 0, 0 };
-    hwnd = CreateDialogIndirectParamW(GetModuleHandleW(NULL), &tmpl.t, NULL, HostProc, 0);
+    hwnd = CreateDialogIndirectParamW(GetModuleHandleW(NULL), &tmpl.t, NULL, NULL, 0);    // no procedure: all default
     Pump();
     return hwnd != NULL;
 }

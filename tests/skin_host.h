@@ -1,5 +1,4 @@
-// A real dialog hosting skinned controls, and colour schemes set through
-// SetSysColors, which reach every process on the wineserver until restored.
+// A real dialog hosting skinned controls; schemes set by SetSysColors reach every wineserver process until restored.
 #ifndef QLR_TESTS_SKIN_HOST_H
 #define QLR_TESTS_SKIN_HOST_H
 

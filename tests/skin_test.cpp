@@ -1,5 +1,4 @@
-// Skinned controls of a real dialog, driven by messages and keystrokes, read back from the screen and compared whole
-// with pictures drawn here from each look's geometry under two schemes (see ODD).
+// Skinned controls of a real dialog, driven by messages and keys, compared whole with pictures drawn from each look.
 #include <gtest/gtest.h>
 #include "skin/skin.h"
 #include "skin_host.h"
@@ -134,8 +133,7 @@ TEST_P(Skin, ControlsFollowTheirMessages)
     SkinHost host;
     ASSERT_TRUE(host.Create());
     for (const Item &i : ITEMS) {
-        const LPCWSTR cls = i.attach == AttachPagePreview ? L"STATIC" : L"BUTTON";
-        host.AddButton(i.id, i.style, i.text, i.w, i.h, i.x, i.y, cls);
+        host.AddButton(i.id, i.style, i.text, i.w, i.h, i.x, i.y, i.attach == AttachPagePreview ? L"STATIC" : L"BUTTON");
         i.attach(host.hwnd, i.id);
     }
     // The dialog manager focuses the first tab stop, as when a dialog starts.

@@ -1,5 +1,4 @@
-// Stands in for the HTML help control: its export 15 records the addresses it
-// is asked to show instead of showing anything.
+// Stands in for the HTML help control: its export 15 records the addresses it is asked to show, showing nothing.
 #include <windows.h>
 
 // Every address since loading, each followed by "|", or by "!|" when the command was not HH_DISPLAY_TOPIC.
@@ -12,7 +11,4 @@ extern "C" HWND WINAPI FakeHtmlHelpW(HWND, LPCWSTR pszFile, UINT uCommand, DWORD
     return NULL;
 }
 
-extern "C" LPCWSTR WINAPI HelpAddresses(void)
-{
-    return g_szLog;
-}
+extern "C" LPCWSTR WINAPI HelpAddresses(void) { return g_szLog; }
