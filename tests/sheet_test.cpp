@@ -293,26 +293,15 @@ std::vector<Step> Listed(const Step &a)
 // LEAKS: the sheet played ten times more must leave the process's GDI objects, windows and handles as they were.
 enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64, BROKEN_B = 128,
        NO_KEY = 256, LEAKS = 512 };
-// The kernel handles the process holds (keys, files, events...): GetProcessHandleCount answers 0 under Wine, so
-// the system's handle table is counted, entries of owner process, type, flags, handle, object, access.
+// The kernel handles the process holds (keys, files, events...), found by asking after every handle value:
+// GetProcessHandleCount answers 0 under Wine.
 int Handles()
 {
-    struct Entry { ULONG owner; UCHAR type, flags; USHORT handle; void *object; ULONG access; };
-    static_assert(sizeof(Entry) == 8 + 2 * sizeof(void *), "the system's layout");
-    DWORD n = 0;
-    if (GetProcessHandleCount(GetCurrentProcess(), &n) && n)
-        return (int)n;
-    auto query = (LONG(WINAPI *)(int, void *, ULONG, ULONG *))(void *)GetProcAddress(GetModuleHandleW(L"ntdll.dll"),
-                                                                                       "NtQuerySystemInformation");
-    std::vector<BYTE> table(1 << 16);
-    ULONG cb = 0;
-    while (query && query(16, table.data(), (ULONG)table.size(), &cb) == (LONG)0xC0000004)    // too small
-        table.resize(table.size() * 2);
-    const Entry *e = (const Entry *)(table.data() + sizeof(void *));    // after the count, aligned
-    int count = 0;
-    for (ULONG i = 0; query && i < *(ULONG *)table.data(); i++)
-        count += LOWORD(e[i].owner) == LOWORD(GetCurrentProcessId());
-    return count;
+    int n = 0;
+    DWORD flags;
+    for (ULONG_PTR h = 4; h < 0x10000; h += 4)
+        n += GetHandleInformation((HANDLE)h, &flags) != FALSE;
+    return n;
 }
 
 BOOL CALLBACK CountWindows(HWND hwnd, LPARAM lParam)
