@@ -575,14 +575,14 @@ std::vector<Act> EveryMask()
     return acts.push_back(CANCEL), acts;
 }
 
-// The open command of .dcx's class as the output page reads it (the program is the token holding the last dot),
-// with the test viewer found or nothing; then the class without a command.
+// The open command of .dcx's class as the output page reads it (the program is the token holding the last dot,
+// which only a blank or control character ends), with the test viewer found or nothing; then no command at all.
 std::vector<Act> EveryCommand()
 {
     const std::wstring quoted = L"\"" + g_viewer + L"\"", key = g_class + L"\\shell\\open\\command";
     const struct { std::wstring command; bool found; } rows[] = {
         { quoted + L" \"%1\"", true }, { g_viewer + L" %1", true }, { g_viewer + L" /opt=a.b %1", false },
-        { L"viewer %1", false }, { quoted + std::wstring(550, L'x'), false } };
+        { L"viewer %1", false }, { quoted + std::wstring(550, L'x'), false }, { g_viewer + L"!x %1", false } };
     std::vector<Act> acts = { { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" },
                               { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" },
                               { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"(c) test copyright" },
