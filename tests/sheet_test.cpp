@@ -270,7 +270,8 @@ std::vector<Step> Keyboard(const Step &a, const QLRDEVMODE &e)
 }
 
 // The profile manager as a step LISTED shows it: n the selected entry (-1 none), s the entries in order, each
-// ended by "|", then the selected profile's comment.  The editing group works only while there are entries.
+// ended by "|", then the selected profile's comment.  The editing group works only while there are entries; the
+// name takes at most 128 characters typed, the comment 512.
 std::vector<Step> Listed(const Step &a)
 {
     const std::wstring &all = a.s;
@@ -284,6 +285,7 @@ std::vector<Step> Listed(const Step &a)
     for (int id : { IDC_DELETE_PROFILE, IDC_PROFILE_NAME, IDC_PROFILE_COMMENT, IDC_EXPORT_PROFILE, IDC_IMPORT_PROFILE })
         v.push_back({ MANAGER, id, ON, some || id == IDC_IMPORT_PROFILE });
     v.push_back({ MANAGER, IDC_PROFILE_LIST, COUNT, n }), v.push_back({ MANAGER, IDC_PROFILE_LIST, SEL, a.n });
+    v.push_back({ MANAGER, IDC_PROFILE_NAME, LIMIT, 128 }), v.push_back({ MANAGER, IDC_PROFILE_COMMENT, LIMIT, 512 });
     return v;
 }
 
@@ -733,6 +735,7 @@ const Script g_scripts[] = {
       TO(lstrcpyW(e.szComments, L"first")), WITH_B, {
         { PAGE_SETUP, IDC_SAVE_PROFILE, CLICK },
         { SAVE, IDC_PROFILE_NAME, TEXT, 0, L"qlr A" }, { SAVE, IDC_PROFILE_COMMENT, TEXT, 0, L"first" },
+        { SAVE, IDC_PROFILE_NAME, LIMIT, 128 }, { SAVE, IDC_PROFILE_COMMENT, LIMIT, 512 },
         { SAVE, IDC_PROFILE_COMMENT, SET, 0, L"other" }, { SAVE, IDC_PROFILE_NAME, SET, 0, L"   " },
         { SAVE, IDC_PROFILE_COMMENT, GO }, { SAVE, IDOK, CLICK },
         { BOX, 0xFFFF, TEXT, 0, L"Вы должны определить имя профиля       " }, { BOX, 0, TEXT, 0, L"Error" },

@@ -167,6 +167,7 @@ Played Play(HWND hDlg, const Step &s, size_t index)
         break;
     case COUNT: EXPECT_EQ(s.n, SendMessageW(c, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0)) << at << " size"; break;
     case SEL: EXPECT_EQ(s.n, SendMessageW(c, combo ? CB_GETCURSEL : LB_GETCURSEL, 0, 0)) << at << " choice"; break;
+    case LIMIT: EXPECT_EQ(s.n, SendMessageW(c, EM_GETLIMITTEXT, 0, 0)) << at << " limit"; break;
     case GO: Go(c); break;
     case KEYS:
         Press(t, KeyOf(s.s[g_sub]), s.n);

@@ -16,7 +16,7 @@ enum Where {
 enum Op {
     CLICK, CHOOSE, SELECT, SET, LEAVE, TYPE, KEY, PRESS,   // actions
     GO, KEYS,                                               // the focus moved; real keys pressed
-    TEXT, CHECK, ON, SHOWN, ITEM, COUNT, SEL,               // expectations
+    TEXT, CHECK, ON, SHOWN, ITEM, COUNT, SEL, LIMIT,        // expectations (LIMIT: the most an edit takes typed)
     FOCUS,                                                  // where the focus is
     SKIN,                                                   // painted by the module (n 1) or the system (n 0)
     ICON,                                                   // the system's default application icon (n 1) or another
