@@ -292,7 +292,7 @@ std::vector<Step> Listed(const Step &a)
 // LAZY: no page opened ahead, so no view of them either; BLIND: just before OK a page shows what no record holds.
 // HELP: the help control's registration points at a recorder, whose addresses (after the file) must be these.
 // BROKEN_B: a profile "qlr B" whose record is cut short; NO_KEY: no profile key at all, as before the first save.
-// LEAKS: the sheet played ten times more must leave the process's GDI objects, windows and handles as they were.
+// LEAKS: ten more plays of the sheet leave the GDI objects, windows, handles and heap blocks as they were.
 enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64, BROKEN_B = 128,
        NO_KEY = 256, LEAKS = 512 };
 // The kernel handles the process holds (keys, files, events...), found by asking after every handle value:
@@ -304,6 +304,16 @@ int Handles()
     for (ULONG_PTR h = 4; h < 0x10000; h += 4)
         n += GetHandleInformation((HANDLE)h, &flags) != FALSE;
     return n;
+}
+
+// The blocks in use on the process's heap, where the module allocates.
+int HeapBlocks()
+{
+    int n = 0;
+    PROCESS_HEAP_ENTRY e = {};
+    for (HeapLock(GetProcessHeap()); HeapWalk(GetProcessHeap(), &e);)
+        n += (e.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
+    return HeapUnlock(GetProcessHeap()), n;
 }
 
 BOOL CALLBACK CountWindows(HWND hwnd, LPARAM lParam)
@@ -455,11 +465,12 @@ protected:
         };
         EXPECT_EQ(steps.size(), RunScript(s.name, steps, open)) << "the script stopped at this step";
         if (s.flags & LEAKS) {    // the libraries' first-use objects are made by now: ten more sheets hold no more
-            const std::vector<int> held = { GdiObjects(), ThreadWindows(), Handles() };
+            const std::vector<int> held = { GdiObjects(), ThreadWindows(), Handles(), HeapBlocks() };
             ASSERT_GT(held[0] * held[2], 0) << "no way to count GDI objects or handles here";
             for (int i = 0; i < 10; i++)
                 ASSERT_EQ(steps.size(), RunScript(s.name, steps, open)) << "sheet " << i;
-            EXPECT_EQ(held, std::vector<int>({ GdiObjects(), ThreadWindows(), Handles() })) << "GDI objects, windows, handles";
+            EXPECT_EQ(held, std::vector<int>({ GdiObjects(), ThreadWindows(), Handles(), HeapBlocks() }))
+                << "GDI objects, windows, handles, heap blocks";
         }
         if (s.flags & HELP) {
             SetHelpControl(help);
