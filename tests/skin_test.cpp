@@ -175,6 +175,7 @@ TEST_P(Skin, ControlsFollowTheirMessages)
         { "a new paper paints the crop", HOST_PREVIEW, PVM_SETPAPER, 2100, 2970, { 2100, 2970, 1, 1 } },
         { "portrait cropped", HOST_PREVIEW, PVM_SETORIENTATION, FALSE, 1, { 2100, 2970, 0, 1 } },
         { "a strip too short for every row", HOST_PREVIEW, PVM_SETPAPER, 2970, 300, { 2970, 300, 0, 1 } },
+        { "a strip whose last row fits by one pixel", HOST_PREVIEW, PVM_SETPAPER, 640, 300, { 640, 300, 0, 1 } },
         { "a square", HOST_PREVIEW, PVM_SETPAPER, 500, 500, { 500, 500, 0, 1 } },
     };
     for (const auto &step : steps) {
