@@ -262,8 +262,10 @@ std::vector<Step> Keyboard(const Step &a, const QLRDEVMODE &e)
         v.insert(v.end(), { { a.where, from, GO }, { a.where, 0, KEYS, shift, key }, { a.where, to, FOCUS } });
     };
     const size_t n = ids.size();
-    for (size_t i = 1; a.op == TABS && i < 2 * n - 1; i++)    // forward to the last, then back to the first
-        press(ids[i < n ? i - 1 : 2 * n - i - 1], L"\t", i >= n, ids[i < n ? i : 2 * n - i - 2]);
+    for (size_t i = 1; a.op == TABS && i < n; i++)    // forward to the last
+        press(ids[i - 1], L"\t", 0, ids[i]);
+    for (size_t i = n; a.op == TABS && i-- > 1;)    // then back to the first
+        press(ids[i], L"\t", 1, ids[i - 1]);
     for (size_t i = 0; a.op == ARROWS && i < 4 * n; i++)
         press(ids[i / 4], std::wstring(1, L"\x28\x27\x26\x25"[i % 4]), 0, ids[(i / 4 + (i % 4 < 2 ? 1 : n - 1)) % n]);
     return v;
@@ -416,14 +418,14 @@ protected:
             steps.clear();
         auto add = [&](const std::vector<Step> &v) { steps.insert(steps.end(), v.begin(), v.end()); };
         for (const Act &a : s.acts) {
-            if (a.op >= LISTED) {
-                add(a.op == LISTED ? Listed(a) : Keyboard(a, *e));
-                continue;
-            }
             if (a.change) {
                 a.change(*e);
                 if (open)
                     add(View(*e, false));
+                continue;
+            }
+            if (a.op >= LISTED) {
+                add(a.op == LISTED ? Listed(a) : Keyboard(a, *e));
                 continue;
             }
             if (a.op == PRESS && a.n == PSBTN_OK) {
