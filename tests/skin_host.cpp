@@ -1,5 +1,5 @@
 #include "skin_host.h"
-#include <algorithm>
+#include <vector>
 
 // Face 192, shadow 128, dark shadow 0: the mixes halve -64 and -128 exactly.
 const Scheme CLASSIC = { "classic", RGB(192, 192, 192), RGB(128, 128, 128), RGB(0, 0, 0), RGB(255, 255, 255),
@@ -7,8 +7,13 @@ const Scheme CLASSIC = { "classic", RGB(192, 192, 192), RGB(128, 128, 128), RGB(
 
 static const int g_Indices[] = { COLOR_BTNFACE, COLOR_BTNSHADOW, COLOR_3DDKSHADOW, COLOR_BTNHIGHLIGHT,
                                  COLOR_3DLIGHT, COLOR_WINDOWFRAME, COLOR_BTNTEXT };
-static COLORREF g_Saved[ARRAYSIZE(g_Indices)];
-static const bool g_SavedAtStart = std::transform(g_Indices, std::end(g_Indices), g_Saved, GetSysColor) != NULL;
+// The colours at start, which RestoreColours puts back.
+static const std::vector<COLORREF> g_Saved = [] {
+    std::vector<COLORREF> colours;
+    for (int index : g_Indices)
+        colours.push_back(GetSysColor(index));
+    return colours;
+}();
 
 void UseScheme(const Scheme &s)
 {
@@ -16,7 +21,7 @@ void UseScheme(const Scheme &s)
     SetSysColors(ARRAYSIZE(g_Indices), g_Indices, colours);
 }
 
-void RestoreColours() { SetSysColors(ARRAYSIZE(g_Indices), g_Indices, g_Saved); }
+void RestoreColours() { SetSysColors(ARRAYSIZE(g_Indices), g_Indices, g_Saved.data()); }
 
 HWND SkinHost::AddButton(int id, DWORD style, LPCWSTR text, int w, int h, int x, int y, LPCWSTR cls)
 {
