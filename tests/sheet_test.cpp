@@ -22,31 +22,26 @@ namespace {
 #define PRINTER L"Quillora"
 #define PROFILES_KEY L"Software\\Moravel\\Quillora\\Profile"
 const LPCWSTR NAMES[] = { L"qlr A", L"qlr B", L"qlr C", L"Case A", L"_qlr renamed", L"zqlr renamed" };
-// Today as the date macro gives it, month first, and the folder the shell's folder browser starts at when
-// given no root: the desktop's.
-std::wstring Today()
-{
+// A program with a version resource, one without, a profile file, a text too long for any field; today as the
+// date macro gives it, month first, and the folder the shell's folder browser starts at when given no root.
+const std::wstring g_viewer = Beside(L"versioned.exe"), g_self = Beside(L"sheet_test.exe");
+const std::wstring g_file = g_viewer + L".qlr", g_long(300, L'x');
+const std::wstring g_date = [] {
     WCHAR text[16] = L"";
     GetDateFormatW(LOCALE_USER_DEFAULT, 0, NULL, L"MM'-'dd'-'yyyy", text, 16);
-    return text;
-}
-
-std::wstring Desktop()
-{
+    return std::wstring(text);
+}();
+const std::wstring g_desktop = [] {
     WCHAR path[MAX_PATH] = L"";
     SHGetSpecialFolderPathW(NULL, path, CSIDL_DESKTOPDIRECTORY, FALSE);
-    return path;
-}
-
-// A program with a version resource, one without, a profile file, a text too long for any field.
-const std::wstring g_viewer = Beside(L"versioned.exe"), g_self = Beside(L"sheet_test.exe");
-const std::wstring g_file = g_viewer + L".qlr", g_date = Today(), g_long(300, L'x'), g_desktop = Desktop();
+    return std::wstring(path);
+}();
+// The class .dcx is given, as long as the lookup's buffer allows: 127 characters.
+const std::wstring g_class = L"qlr.test" + std::wstring(119, L'c');
 
 QLRDEVMODE Defaults()
 {
-    QLRDEVMODE d;
-    memcpy(&d, Factory().data(), sizeof(d));
-    return d;
+    return *(const QLRDEVMODE *)Factory().data();
 }
 
 // "" when the records hold the same settings, else the first differing offset; strings are compared up to
@@ -71,22 +66,6 @@ std::wstring CurrentName()
 {
     std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, PROFILES_KEY);
     return std::wstring((LPCWSTR)v.data(), wcsnlen((LPCWSTR)v.data(), v.size() / 2));
-}
-
-// The class of .dcx and its open command are as long as the lookup's buffers allow: 127 characters and 519.
-const std::wstring g_class = L"qlr.test" + std::wstring(119, L'c');
-void Associate(bool on)
-{
-    const std::wstring &cls = g_class;
-    std::wstring cmd = L"\"" + g_viewer + L"\" /";
-    cmd += std::wstring(519 - cmd.size(), L'x');
-    for (LPCWSTR key : { L"\\shell\\open\\command", L"\\shell\\open", L"\\shell", L"" })
-        RegDeleteKeyW(HKEY_CLASSES_ROOT, (cls + key).c_str());
-    RegDeleteKeyW(HKEY_CLASSES_ROOT, L".dcx");
-    if (!on)
-        return;
-    SetValue(HKEY_CLASSES_ROOT, L".dcx", REG_SZ, cls.c_str(), (cls.size() + 1) * 2);
-    SetValue(HKEY_CLASSES_ROOT, cls + L"\\shell\\open\\command", REG_SZ, cmd.c_str(), (cmd.size() + 1) * 2);
 }
 
 // What a custom length's edit shows: inches with three decimals, millimetres with one, trailing
@@ -295,38 +274,29 @@ std::vector<Step> Listed(const Step &a)
 // HELP: the help control's registration points at a recorder, whose addresses (after the file) must be these.
 // BROKEN_B: a profile "qlr B" whose record is cut short; NO_KEY: no profile key at all, as before the first save.
 // LEAKS: ten more plays of the sheet leave the GDI objects, windows, handles and heap blocks as they were.
-enum { CANCELLED = 1, WITH_B = 2, ASSOCIATED = 4, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64, BROKEN_B = 128,
-       NO_KEY = 256, LEAKS = 512 };
-// The kernel handles the process holds (keys, files, events...), found by asking after every handle value:
-// GetProcessHandleCount answers 0 under Wine.
-int Handles()
+enum { CANCELLED = 1, WITH_B = 2, NOT_SAVED = 8, LAZY = 16, BLIND = 32, HELP = 64, BROKEN_B = 128, NO_KEY = 256,
+       LEAKS = 512 };
+
+BOOL CALLBACK CountWindow(HWND hwnd, LPARAM n)
 {
-    int n = 0;
+    return ++*(int *)n, EnumChildWindows(hwnd, CountWindow, n), TRUE;
+}
+
+// What the process holds: GDI objects, this thread's windows, kernel handles (found by asking after every handle
+// value: GetProcessHandleCount answers 0 under Wine) and the blocks in use on the heap the module allocates from.
+std::vector<int> Held()
+{
+    int windows = 0, handles = 0, blocks = 0;
     DWORD flags;
+    EnumThreadWindows(GetCurrentThreadId(), CountWindow, (LPARAM)&windows);
     for (ULONG_PTR h = 4; h < 0x10000; h += 4)
-        n += GetHandleInformation((HANDLE)h, &flags) != FALSE;
-    return n;
-}
-
-// The blocks in use on the process's heap, where the module allocates.
-int HeapBlocks()
-{
-    int n = 0;
+        handles += GetHandleInformation((HANDLE)h, &flags) != FALSE;
     PROCESS_HEAP_ENTRY e = {};
-    for (HeapLock(GetProcessHeap()); HeapWalk(GetProcessHeap(), &e);)
-        n += (e.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
-    return HeapUnlock(GetProcessHeap()), n;
-}
-
-BOOL CALLBACK CountWindows(HWND hwnd, LPARAM lParam)
-{
-    return ++*(int *)lParam, EnumChildWindows(hwnd, CountWindows, lParam), TRUE;
-}
-
-int ThreadWindows()
-{
-    int n = 0;
-    return EnumThreadWindows(GetCurrentThreadId(), CountWindows, (LPARAM)&n), n;
+    HeapLock(GetProcessHeap());
+    while (HeapWalk(GetProcessHeap(), &e))
+        blocks += (e.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
+    HeapUnlock(GetProcessHeap());
+    return { GdiObjects(), windows, handles, blocks };
 }
 
 // The addresses the recorder was asked to show (HH_DISPLAY_TOPIC), with the help file beside the module that
@@ -398,7 +368,9 @@ protected:
     {
         for (LPCWSTR name : NAMES)
             RegDeleteKeyW(HKEY_CURRENT_USER, (PROFILES_KEY L"\\" + std::wstring(name)).c_str());
-        Associate(false);
+        for (LPCWSTR key : { L"\\shell\\open\\command", L"\\shell\\open", L"\\shell", L"" })
+            RegDeleteKeyW(HKEY_CLASSES_ROOT, (g_class + key).c_str());
+        RegDeleteKeyW(HKEY_CLASSES_ROOT, L".dcx");
         DeleteFileW(g_file.c_str());
     }
     std::vector<BYTE> PrinterRecord()
@@ -455,7 +427,6 @@ protected:
         SetCurrentName(s.profile ? s.profile : L"");
         if (s.flags & NO_KEY)
             RegDeleteKeyW(HKEY_CURRENT_USER, PROFILES_KEY);
-        Associate(s.flags & ASSOCIATED);
         const std::wstring help = s.flags & HELP ? SetHelpControl(Beside(L"fakehh.dll")) : L"";
         std::vector<BYTE> before = PrinterRecord(), out(8192, 0xA5);
         QLRDEVMODE e = s.profile ? stored : Defaults();
@@ -467,12 +438,11 @@ protected:
         };
         EXPECT_EQ(steps.size(), RunScript(s.name, steps, open)) << "the script stopped at this step";
         if (s.flags & LEAKS) {    // the libraries' first-use objects are made by now: ten more sheets hold no more
-            const std::vector<int> held = { GdiObjects(), ThreadWindows(), Handles(), HeapBlocks() };
+            const std::vector<int> held = Held();
             ASSERT_GT(held[0] * held[2], 0) << "no way to count GDI objects or handles here";
             for (int i = 0; i < 10; i++)
                 ASSERT_EQ(steps.size(), RunScript(s.name, steps, open)) << "sheet " << i;
-            EXPECT_EQ(held, std::vector<int>({ GdiObjects(), ThreadWindows(), Handles(), HeapBlocks() }))
-                << "GDI objects, windows, handles, heap blocks";
+            EXPECT_EQ(held, Held()) << "GDI objects, windows, handles, heap blocks";
         }
         if (s.flags & HELP) {
             SetHelpControl(help);
@@ -591,27 +561,24 @@ std::vector<Act> EveryMask()
 }
 
 // The open command of .dcx's class as the output page reads it (the program is the token holding the last dot,
-// which only a blank or control character ends), with the test viewer found or nothing; then no command at all.
+// which only a blank or control character ends), with the test viewer found or nothing: first a command as long
+// as the lookup's buffer allows, 519 characters, last none at all (the key's value deleted).
 std::vector<Act> EveryCommand()
 {
-    const std::wstring quoted = L"\"" + g_viewer + L"\"", key = g_class + L"\\shell\\open\\command";
+    const std::wstring quoted = L"|\"" + g_viewer + L"\"", plain = L"|" + g_viewer;
     const struct { std::wstring command; bool found; } rows[] = {
-        { quoted + L" \"%1\"", true }, { g_viewer + L" %1", true }, { g_viewer + L" /opt=a.b %1", false },
-        { L"viewer %1", false }, { quoted + std::wstring(550, L'x'), false }, { g_viewer + L"!x %1", false } };
-    std::vector<Act> acts = { { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" },
-                              { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" },
-                              { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"(c) test copyright" },
-                              { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, TO(e.bShowResult = 0),
-                              { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" } };
+        { quoted + L" /" + std::wstring(518 - quoted.size(), L'x'), true }, { quoted + L" \"%1\"", true },
+        { plain + L" %1", true }, { plain + L" /opt=a.b %1", false }, { L"|viewer %1", false },
+        { quoted + std::wstring(550, L'x'), false }, { plain + L"!x %1", false }, { L"", false } };
+    std::vector<Act> acts = { { OUTPUT_PAGE, 0, CLASSES, 0, L".dcx|" + g_class } };
     for (const auto &r : rows)
-        acts.insert(acts.end(), { { OUTPUT_PAGE, 0, CLASSES, 0, key + L"|" + r.command },
+        acts.insert(acts.end(), { { OUTPUT_PAGE, 0, CLASSES, 0, g_class + L"\\shell\\open\\command" + r.command },
                                   { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
+                                  { OUTPUT_PAGE, IDC_APP_ICON, ICON, !r.found },
                                   { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, r.found ? L"Quillora test viewer" : L"" },
-                                  { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, r.found ? L"1.2.3.4" : L"" } });
-    acts.insert(acts.end(), { { OUTPUT_PAGE, 0, CLASSES, 0, key }, { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK },
-                              { OUTPUT_PAGE, IDC_SHOW_RESULT, CLICK }, { OUTPUT_PAGE, IDC_APP_ICON, ICON, 1 },
-                              { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"" }, CANCEL });
-    return acts;
+                                  { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, r.found ? L"1.2.3.4" : L"" },
+                                  { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, r.found ? L"(c) test copyright" : L"" } });
+    return acts.push_back(CANCEL), acts;
 }
 
 // Every row of the paper list chosen in turn: its name, its size label and the preview's shape.
@@ -629,9 +596,13 @@ std::vector<Act> EveryPaper()
 const Script g_scripts[] = {
     { "every paper and its size label", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryPaper() },
     { "each page's tool tips", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryTip() },
-    { "every page shown, a program's icon and texts: ten sheets give back their objects, windows and handles",
-      L"qlr A", TO(e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED | LEAKS, {
-        { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, CANCEL } },
+    { "every page shown, a program's icon and texts, then the format's with none: ten sheets give back their "
+      "objects, windows and handles", L"qlr A",
+      TO(e.iOutputFormat = 5, e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED | LEAKS, {
+        { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_APP_ICON, ICON, 0 },
+        { OUTPUT_PAGE, IDC_DEFAULT_VIEWER, CLICK }, TO(e.bUseCustomViewer = 0), { OUTPUT_PAGE, IDC_APP_ICON, ICON, 1 },
+        { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"" }, { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"" },
+        { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"" }, CANCEL } },
     { "no profile stored yet: factory settings, a change, OK asks for a name", NULL, NULL, NO_KEY, {
         LOOK, { OUTPUT_PAGE, IDC_PROFILE_COMBO, TEXT, 0, L"<Default Profile>" },
         { PAGE_SETUP, IDC_LANDSCAPE, CLICK }, TO(e.iOrientation = 1),
@@ -725,20 +696,10 @@ const Script g_scripts[] = {
         { OUTPUT_PAGE, IDC_MACRO, CLICK }, { MENU, 0, KEY, 0x0422 },
         { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"abctif" }, TO(lstrcpyW(e.szFileNameMask, L"abc&[Type]")), OK } },
     { "the program associated with the format, found at full length and in every form of command", L"qlr A",
-      TO(e.iOutputFormat = 5, e.bUseCustomViewer = 1), CANCELLED | ASSOCIATED, EveryCommand() },
+      TO(e.iOutputFormat = 5, e.bUseCustomViewer = 1), CANCELLED, EveryCommand() },
     { "lengths typed in every unit, read and clamped at each resolution", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED,
       EveryLength() },
     { "masks and their example names", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryMask() },
-    { "a type with no program shows the default icon and empty fields", L"qlr A",
-      TO(e.iOutputFormat = 5, e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED, {
-        { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_APP_ICON, ICON, 0 },
-        { OUTPUT_PAGE, IDC_DEFAULT_VIEWER, CLICK }, TO(e.bUseCustomViewer = 0), { OUTPUT_PAGE, IDC_APP_ICON, ICON, 1 },
-        { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"" }, { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"" },
-        { OUTPUT_PAGE, IDC_APP_COPYRIGHT, TEXT, 0, L"" }, CANCEL } },
-    { "a chosen program; the program dialog cancelled", L"qlr A",
-      TO(e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED, {
-        { OUTPUT_PAGE, IDC_APP_DESC, TEXT, 0, L"Quillora test viewer" }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, CLICK },
-        { FILE_DLG, IDCANCEL, CLICK }, LOOK, { OUTPUT_PAGE, IDC_APP_VERSION, TEXT, 0, L"1.2.3.4" }, CANCEL } },
     { "choosing profiles from the list", L"qlr A", TO(e.iOutputFormat = 3), WITH_B, {
         { PAGE_SETUP, IDC_PROFILE_COMBO, COUNT, 3 }, { PAGE_SETUP, IDC_PROFILE_COMBO, ITEM, 2, L"qlr B" },
         { PAGE_SETUP, IDC_PROFILE_COMBO, CHOOSE, 0 }, TO(e = Defaults()), { FORMAT_PAGE, IDC_PROFILE_COMBO, CHOOSE, 2 },
@@ -853,9 +814,11 @@ const Script g_scripts[] = {
         { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, 5 }, { P_DCX, 0, ARROWS, 0, L"1021 1022 1023 1025" },
         { P_DCX, IDC_MULTIPAGE, GO }, { FORMAT_PAGE, IDC_PROFILE_COMBO, CHOOSE, 1 }, { P_JPEG, 0, SHOWN, 1 },
         { FORMAT_PAGE, IDC_FORMAT_LIST, FOCUS }, { FORMAT_PAGE, 0, KEYS, 0, L"\x1b" } } },
-    { "keyboard: the output page skips what is hidden, disabled or empty", L"qlr A", TO(e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED, {
+    { "keyboard: the output page skips what is hidden, disabled or empty; the program dialog cancelled", L"qlr A",
+      TO(e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED, {
         { OUTPUT_PAGE, 0, TABS, 0, L"1001 1002 1003 1050 1051 1052 1053 1057 1054 1059 1055 1056 1060 1088 1090 1092 1017" },
         { OUTPUT_PAGE, 0, ARROWS, 0, L"1058 1059" }, { OUTPUT_PAGE, IDC_CUSTOM_VIEWER, CLICK },
+        { OUTPUT_PAGE, IDC_BROWSE_VIEWER, CLICK }, { FILE_DLG, IDCANCEL, CLICK }, LOOK,
         { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, L"" }, { OUTPUT_PAGE, IDC_BROWSE_VIEWER, CLICK },
         { FILE_DLG, 0x47c, SET, 0, g_self }, { FILE_DLG, IDOK, CLICK },
         { OUTPUT_PAGE, 0, TABS, 0, L"1001 1002 1003 1050 1051 1052 1053 1054 1059 1055 1056 1060 1017" },
