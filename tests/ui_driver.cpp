@@ -20,13 +20,6 @@ int g_ticks;
 HWND g_sheet;
 std::vector<HWND> g_driving;    // dialogs whose steps are being played, outermost first
 
-std::wstring TextOf(HWND hwnd)
-{
-    WCHAR sz[1100] = L"";
-    GetWindowTextW(hwnd, sz, 1100);
-    return sz;
-}
-
 bool ClassIs(HWND hwnd, LPCWSTR name)
 {
     WCHAR cls[16];
@@ -72,18 +65,14 @@ HWND Focused()
     return f && ClassIs(GetParent(f), L"ComboBox") ? GetParent(f) : f;
 }
 
-void Go(HWND c)
-{
-    SendMessageW(GetAncestor(c, GA_ROOT), WM_NEXTDLGCTL, (WPARAM)c, TRUE);
-}
-
 // A real key, through the system's input queue to the active window, as a user presses it.
-void Press(HWND t, WORD vk, bool shift)
+void Press(HWND t, WCHAR key, bool shift)
 {
+    const BYTE vk = key == L'\r' ? VK_RETURN : key == L'\t' ? VK_TAB : key == 0x1b ? VK_ESCAPE : (BYTE)towupper(key);
     SetForegroundWindow(GetAncestor(t, GA_ROOT));
     if (shift)
         keybd_event(VK_SHIFT, 0, 0, 0);
-    keybd_event((BYTE)vk, 0, 0, 0), keybd_event((BYTE)vk, 0, KEYEVENTF_KEYUP, 0);
+    keybd_event(vk, 0, 0, 0), keybd_event(vk, 0, KEYEVENTF_KEYUP, 0);
     if (shift)
         keybd_event(VK_SHIFT, 0, KEYEVENTF_KEYUP, 0);
 }
@@ -128,11 +117,6 @@ std::wstring Tips(HWND page)
     return all;
 }
 
-WORD KeyOf(WCHAR ch)
-{
-    return ch == L'\r' ? VK_RETURN : ch == L'\t' ? VK_TAB : ch == 0x1b ? VK_ESCAPE : (WORD)towupper(ch);
-}
-
 Played Play(HWND hDlg, const Step &s, size_t index)
 {
     HWND t = Target(hDlg, s.where), c = s.id ? Control(t, s.id) : t;
@@ -142,7 +126,7 @@ Played Play(HWND hDlg, const Step &s, size_t index)
     if (!c)
         return DONE;
     const std::wstring &text = s.s;
-    WCHAR item[300] = L"";
+    WCHAR item[1100] = L"";
     switch (s.op) {
     case CLICK: SendMessageW(c, BM_CLICK, 0, 0); break;
     case CHOOSE:
@@ -157,7 +141,10 @@ Played Play(HWND hDlg, const Step &s, size_t index)
         break;
     case KEY: PostMessageW(c, WM_CHAR, s.n, 0); break;
     case PRESS: PostMessageW(g_sheet, PSM_PRESSBUTTON, s.n, 0); break;
-    case TEXT: EXPECT_EQ(text, TextOf(c)) << at << " text"; break;
+    case TEXT:
+        GetWindowTextW(c, item, ARRAYSIZE(item));
+        EXPECT_EQ(text, item) << at << " text";
+        break;
     case CHECK: EXPECT_EQ(s.n, SendMessageW(c, BM_GETCHECK, 0, 0)) << at << " check"; break;
     case ON: EXPECT_EQ(s.n != 0, IsWindowEnabled(c) != FALSE) << at << " enabled"; break;
     case SHOWN: EXPECT_EQ(s.n != 0, IsWindowVisible(c) != FALSE) << at << " visible"; break;
@@ -168,9 +155,9 @@ Played Play(HWND hDlg, const Step &s, size_t index)
     case COUNT: EXPECT_EQ(s.n, SendMessageW(c, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0)) << at << " size"; break;
     case SEL: EXPECT_EQ(s.n, SendMessageW(c, combo ? CB_GETCURSEL : LB_GETCURSEL, 0, 0)) << at << " choice"; break;
     case LIMIT: EXPECT_EQ(s.n, SendMessageW(c, EM_GETLIMITTEXT, 0, 0)) << at << " limit"; break;
-    case GO: Go(c); break;
+    case GO: SendMessageW(GetAncestor(c, GA_ROOT), WM_NEXTDLGCTL, (WPARAM)c, TRUE); break;
     case KEYS:
-        Press(t, KeyOf(s.s[g_sub]), s.n);
+        Press(t, s.s[g_sub], s.n);
         return ++g_sub < s.s.size() ? AGAIN : DONE_WAIT;
     case FOCUS: EXPECT_EQ(c, Focused()) << at << " focus on " << GetDlgCtrlID(Focused()); break;
     case SKIN: EXPECT_EQ(s.n != 0, Skinned(c)) << at << " skin"; break;
