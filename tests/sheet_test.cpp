@@ -474,7 +474,7 @@ protected:
 #define CANCEL { PAGE_SETUP, 0, PRESS, PSBTN_CANCEL }
 #define TO(...) [](QLRDEVMODE &e) { __VA_ARGS__; }
 
-// Each page's tool tips, in the order the page lists them, each with its text.
+// The tool tips' texts.
 const struct { int id; LPCWSTR text; } TIP_TEXTS[] = {
     { 1001, L"Список доступных профилей пользователя" }, { 1002, L"Сохранить текущие настройки квк профиль пользователя" },
     { 1003, L"Редактировать список профилей пользователя" },
@@ -493,28 +493,17 @@ const struct { int id; LPCWSTR text; } TIP_TEXTS[] = {
     { 1059, L"Выполняет выбранное приложение после печати" },
 };
 
-std::vector<Act> EveryTip()
+// Every row of the pages' tables in one sheet: each page's tool tips in the order the page lists them; every paper
+// with its name, size label and preview; lengths typed into the custom width in each unit at a resolution and what
+// they read as (-2: no number, so the field and the typed text stay), the value kept being that, clamped; last, as
+// they change the format without a view, masks and the example name they give for a format.
+std::vector<Act> EveryRow()
 {
-    static const std::vector<int> lists[] = { { 1001, 1002, 1003, 1005, 1006, 1007, 1016, 1008, 1009, 1012, 1013, 1017 },
-                                              { 1001, 1002, 1003, 1005, 1017, 1020, 1004 },
-                                              { 1001, 1002, 1003, 1005, 1017, 1050, 1052, 1051, 1053, 1057, 1054, 1058,
-                                                1059, 1055, 1056 } };
-    std::vector<Act> acts;
-    for (int page = 0; page < 3; page++) {
-        std::wstring tips;
-        for (int id : lists[page])
-            for (const auto &t : TIP_TEXTS)
-                tips += t.id == id ? std::to_wstring(id) + L" " + t.text + L"|" : L"";
-        acts.push_back({ page, 0, TIPS, 0, tips });
-    }
-    return acts.push_back(CANCEL), acts;
-}
-
-// Lengths typed into the custom width, in each unit at a resolution, and what they read as (-2: no number, so
-// the field and the typed text stay); the value kept is that, clamped.
-std::vector<Act> EveryLength()
-{
-    static const struct { int unit, dpi; LPCWSTR text; int read; } rows[] = {
+    static const std::vector<int> tips[] = { { 1001, 1002, 1003, 1005, 1006, 1007, 1016, 1008, 1009, 1012, 1013, 1017 },
+                                             { 1001, 1002, 1003, 1005, 1017, 1020, 1004 },
+                                             { 1001, 1002, 1003, 1005, 1017, 1050, 1052, 1051, 1053, 1057, 1054, 1058,
+                                               1059, 1055, 1056 } };
+    static const struct { int unit, dpi; LPCWSTR text; int read; } lengths[] = {
         { 0, 200, L"8.27", 8270 }, { 0, 200, L"1.001", 1001 }, { 0, 200, L"0.0395", 39 }, { 0, 200, L"12", 12000 },
         { 0, 200, L"1.23456", 1234 }, { 0, 200, L"0", 0 }, { 0, 200, L"99999999999", -1 }, { 0, 200, L"abc", -2 },
         { 0, 200, L".5", -2 }, { 1, 200, L" +12.75", 127 }, { 1, 200, L"297", 2970 }, { 1, 200, L"5 mm", 50 },
@@ -522,9 +511,32 @@ std::vector<Act> EveryLength()
         { 2, 200, L"60000", 60000 }, { 2, 200, L"842", 842 }, { 3, 200, L"-3", 3 }, { 3, 200, L"150", 150 },
         { 3, 600, L"200", 200 }, { 3, 50, L"200000", 200000 }, { 0, 2400, L"100", 100000 },
     };
-    std::vector<Act> acts = { { PAGE_SETUP, IDC_CUSTOM_PAPER, CLICK }, TO(e.bCustomPaper = 1) };
+    SYSTEMTIME t;
+    GetLocalTime(&t);
+    const std::wstring clock = g_date.substr(6) + L"-" + g_date.substr(0, 5) + L" " + g_date + L" " +
+                               std::to_wstring(t.wHour + 100).substr(1);    // g_date is month-day-year
+    const struct { int format; LPCWSTR mask; std::wstring example; } masks[] = {
+        { 2, L"plain name", L"plain name" }, { 2, L"a&b&&c", L"a&b&&c" }, { 2, L"x&[Nothing]y&[]z", L"xyz" },
+        { 2, L"&[docname]-&[PAGE]", L"example_document_name-01" }, { 2, L"before&[", L"before&[" },
+        { 2, L"&[Page]&[", L"01&[" }, { 2, L"&[&[Year]]", L"]" }, { 2, L"a&[Page]b&[Page]c", L"a01b01c" },
+        { 2, L"&[Year]-&[Month]-&[Day] &[Date] &[Hour]", clock }, { 0, L"&[Type]", L"bmp" },
+        { 1, L"&[Type]", L"gif" }, { 3, L"&[Type]", L"tif" }, { 4, L"&[Type]", L"pcx" }, { 5, L"&[Type]", L"dcx" },
+    };
+    std::vector<Act> acts;
+    for (int page = 0; page < 3; page++) {
+        std::wstring all;
+        for (int id : tips[page])
+            for (const auto &tip : TIP_TEXTS)
+                all += tip.id == id ? std::to_wstring(id) + L" " + tip.text + L"|" : L"";
+        acts.push_back({ page, 0, TIPS, 0, all });
+    }
+    for (int row = 0; row < 39; row++)
+        acts.insert(acts.end(), { { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, row }, { PAGE_SETUP, IDC_PAPER_LIST, TEXT, 0, PaperName(row) },
+                                  { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, SizeLabel(row) },
+                                  { PAGE_SETUP, IDC_PREVIEW, PREVIEW, 0, Preview(PaperSize(row, true), 0, 0) } });
+    acts.insert(acts.end(), { TO(e.iPaper = 38), { PAGE_SETUP, IDC_CUSTOM_PAPER, CLICK }, TO(e.bCustomPaper = 1) });
     int unit = 1, dpi = 200;
-    for (const auto &r : rows) {
+    for (const auto &r : lengths) {
         if (r.dpi != dpi)    // the limits move with the resolution, the unit stays
             acts.insert(acts.end(), { { PAGE_SETUP, IDC_RESOLUTION, TYPE, 0, std::to_wstring(r.dpi) }, [r](QLRDEVMODE &e) {
                 e.iResolution = r.dpi, e.iCustomWidth = Clamp(e.iCustomWidth, e.iCustomUnit, r.dpi);
@@ -536,25 +548,7 @@ std::vector<Act> EveryLength()
                                     : Act([r](QLRDEVMODE &e) { e.iCustomWidth = Clamp(r.read, r.unit, r.dpi); }));
         unit = r.unit, dpi = r.dpi;
     }
-    return acts.push_back(CANCEL), acts;
-}
-
-// Masks and the example name they give for a format; the date and the hour come from the clock.
-std::vector<Act> EveryMask()
-{
-    SYSTEMTIME t;
-    GetLocalTime(&t);
-    const std::wstring clock = g_date.substr(6) + L"-" + g_date.substr(0, 5) + L" " + g_date + L" " +
-                               std::to_wstring(t.wHour + 100).substr(1);    // g_date is month-day-year
-    const struct { int format; LPCWSTR mask; std::wstring example; } rows[] = {
-        { 2, L"plain name", L"plain name" }, { 2, L"a&b&&c", L"a&b&&c" }, { 2, L"x&[Nothing]y&[]z", L"xyz" },
-        { 2, L"&[docname]-&[PAGE]", L"example_document_name-01" }, { 2, L"before&[", L"before&[" },
-        { 2, L"&[Page]&[", L"01&[" }, { 2, L"&[&[Year]]", L"]" }, { 2, L"a&[Page]b&[Page]c", L"a01b01c" },
-        { 2, L"&[Year]-&[Month]-&[Day] &[Date] &[Hour]", clock }, { 0, L"&[Type]", L"bmp" },
-        { 1, L"&[Type]", L"gif" }, { 3, L"&[Type]", L"tif" }, { 4, L"&[Type]", L"pcx" }, { 5, L"&[Type]", L"dcx" },
-    };
-    std::vector<Act> acts;
-    for (const auto &r : rows)
+    for (const auto &r : masks)
         acts.insert(acts.end(), { { FORMAT_PAGE, IDC_FORMAT_LIST, CHOOSE, r.format },
                                   { OUTPUT_PAGE, IDC_FILE_MASK, SET, 0, r.mask }, { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, r.example } });
     return acts.push_back(CANCEL), acts;
@@ -581,21 +575,9 @@ std::vector<Act> EveryCommand()
     return acts.push_back(CANCEL), acts;
 }
 
-// Every row of the paper list chosen in turn: its name, its size label and the preview's shape.
-std::vector<Act> EveryPaper()
-{
-    std::vector<Act> acts;
-    for (int row = 0; row < 39; row++)
-        acts.insert(acts.end(), { { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, row }, { PAGE_SETUP, IDC_PAPER_LIST, TEXT, 0, PaperName(row) },
-                                  { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, SizeLabel(row) },
-                                  { PAGE_SETUP, IDC_PREVIEW, PREVIEW, 0, Preview(PaperSize(row, true), 0, 0) } });
-    acts.push_back([](QLRDEVMODE &e) { e.iPaper = 38; });
-    return acts.push_back(CANCEL), acts;
-}
-
 const Script g_scripts[] = {
-    { "every paper and its size label", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryPaper() },
-    { "each page's tool tips", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryTip() },
+    { "every row of the pages' tables: tool tips, papers, lengths in every unit at each resolution, masks", L"qlr A",
+      [](QLRDEVMODE &) {}, CANCELLED, EveryRow() },
     { "every page shown, a program's icon and texts, then the format's with none: ten sheets give back their "
       "objects, windows and handles", L"qlr A",
       TO(e.iOutputFormat = 5, e.bUseCustomViewer = 1, lstrcpyW(e.szViewerPath, g_viewer.c_str())), CANCELLED | LEAKS, {
@@ -697,9 +679,6 @@ const Script g_scripts[] = {
         { OUTPUT_PAGE, IDC_EXAMPLE_NAME, TEXT, 0, L"abctif" }, TO(lstrcpyW(e.szFileNameMask, L"abc&[Type]")), OK } },
     { "the program associated with the format, found at full length and in every form of command", L"qlr A",
       TO(e.iOutputFormat = 5, e.bUseCustomViewer = 1), CANCELLED, EveryCommand() },
-    { "lengths typed in every unit, read and clamped at each resolution", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED,
-      EveryLength() },
-    { "masks and their example names", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED, EveryMask() },
     { "choosing profiles from the list", L"qlr A", TO(e.iOutputFormat = 3), WITH_B, {
         { PAGE_SETUP, IDC_PROFILE_COMBO, COUNT, 3 }, { PAGE_SETUP, IDC_PROFILE_COMBO, ITEM, 2, L"qlr B" },
         { PAGE_SETUP, IDC_PROFILE_COMBO, CHOOSE, 0 }, TO(e = Defaults()), { FORMAT_PAGE, IDC_PROFILE_COMBO, CHOOSE, 2 },
