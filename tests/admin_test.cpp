@@ -22,10 +22,10 @@ Ran Admin(const std::wstring &args)
     si.hStdOutput = CreateFileW(out.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &sa, CREATE_ALWAYS, 0, NULL);
     si.hStdError = CreateFileW(err.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &sa, CREATE_ALWAYS, 0, NULL);
     PROCESS_INFORMATION pi = {};
-    DWORD code = 1000;
-    if (CreateProcessW(NULL, &line[0], NULL, NULL, TRUE, 0, NULL, NULL, &si, &pi) &&
-        (WaitForSingleObject(pi.hProcess, 10000) || !GetExitCodeProcess(pi.hProcess, &code)))
-        code = 1001;
+    DWORD code = 1000;    // not started; one still running after ten seconds answers STILL_ACTIVE
+    CreateProcessW(NULL, &line[0], NULL, NULL, TRUE, 0, NULL, NULL, &si, &pi);
+    WaitForSingleObject(pi.hProcess, 10000);
+    GetExitCodeProcess(pi.hProcess, &code);
     for (HANDLE h : { si.hStdOutput, si.hStdError, pi.hProcess, pi.hThread })
         CloseHandle(h);
     return { code, ReadBytes<std::string>(out), ReadBytes<std::string>(err) };
@@ -40,22 +40,15 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
     ASSERT_TRUE(PrinterRecord(hPrinter, &printer, NULL));
     // That record stored as a profile (marked saved), and read back from the store (the reading driver's version).
     std::vector<BYTE> stored = printer, read;
-    std::fill(stored.begin() + AT_PROFILED, stored.end(), 0);
-    stored[AT_PROFILED] = 1;
+    memcpy(&stored[AT_PROFILED], "\1\0\0\0", 4);
     read = stored;
     memcpy(&read[AT_DRIVER_VERSION], "\x46\x02", 2);
     const std::wstring path = Beside(L"qlr-admin.qlr"), file = L"\"" + path + L"\"", raw = Beside(L"qlr-admin.raw");
-    // A record as the tool decodes it: "print raw" of a file that holds it.
-    auto decoded = [&](const std::vector<BYTE> &record) {
-        WriteBytes(raw, record);
-        const Ran run = Admin(L"print raw \"" + raw + L"\"");
-        EXPECT_EQ(0u, run.code) << run.err;
-        return run.out;
-    };
-    const std::string printerText = decoded(printer), readText = decoded(read);
-    EXPECT_NE(std::string::npos, printerText.find("\"Quillora\"")) << printerText;
-    EXPECT_NE(std::string::npos, printerText.find("0x4453444D")) << printerText;
-
+    // Each record as the tool decodes it: "print raw" of a file that holds it.
+    WriteBytes(raw, printer);
+    const std::string printerText = Admin(L"print raw \"" + raw + L"\"").out;
+    WriteBytes(raw, read);
+    const std::string readText = Admin(L"print raw \"" + raw + L"\"").out;
     // The current name in other case than a profile: "list" marks it as the pages' combo selects it, with case.
     std::vector<BYTE> current = ValueOf(HKEY_CURRENT_USER, KEY);
     SetValue(HKEY_CURRENT_USER, KEY, REG_SZ, L"QLR admin b", 22);
@@ -114,9 +107,7 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         { L"rename \"qlr admin \u00e9\" \"qlr admin B\"", 0, "", "", "-r-B" },
         // 127 characters are the longest name; a name of none or 128 is refused.
         { L"capture Quillora" + quotedLongest, 0, "", "", "-r-B" },
-        { L"show" + quotedLongest, 0, readText, Utf8(longest), "-r-B" },
         { L"delete" + quotedLongest, 0, "", "", "-r-B" },
-        { L"show" + quotedLongest, 1, "", Utf8(longest), "-r-B" },
         { L"capture Quillora \"" + longest + L"x\"", 1, "", Utf8(longest) + "x", "-r-B" },
         { L"capture Quillora \"\"", 1, "", "", "-r-B" },
         { L"list", 0, "(listing)", "", "-r-B" },
@@ -136,7 +127,6 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         { L"print raw \"" + raw + L"\"", 1, "", Utf8(raw), "r--A" },
         { L"print printer Quillora", 0, printerText, "Quillora", "r--A" },
         { L"print printer \"No Such Printer\"", 1, "", "No Such Printer", "r--A" },
-        { L"frobnicate", 2, "", "", "r--A" },
         { L"delete \"qlr admin A\"", 0, "", "", "---." },
     };
     for (size_t i = 0; i < ARRAYSIZE(script); i++) {
@@ -145,10 +135,6 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         const std::string where = "step " + std::to_string(i) + ": " + Utf8(step.args) + ": " + run.out + run.err;
         EXPECT_EQ(step.code, run.code) << where;
         EXPECT_EQ(step.after, image()) << where;
-        if (step.code == 2) {
-            EXPECT_NE(std::string::npos, (run.out + run.err).find("usage")) << where;
-            continue;
-        }
         if (!step.quoted.empty() || step.code) {
             std::string &text = step.code ? run.err : run.out;
             const size_t first = text.find('\n') + 1;
@@ -159,10 +145,11 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         EXPECT_EQ("", run.err) << where;
     }
     EXPECT_TRUE(FileOf(L"qlr admin A", read) == ReadBytes(path)) << "the exported file";
-
+    const Ran usage = Admin(L"frobnicate");
+    EXPECT_EQ(2u, usage.code);
+    EXPECT_NE(std::string::npos, (usage.out + usage.err).find("usage")) << usage.out << usage.err;
     // Only a whole binary record reads as a profile.
-    std::vector<BYTE> bytes = read;
-    bytes.resize(RECORD + 100, 0x5A);
+    const std::vector<BYTE> bytes(RECORD + 100, 0x5A);
     for (DWORD type : { REG_SZ, REG_BINARY, REG_DWORD })
         for (DWORD cb : { 0ul, RECORD - 1, RECORD, RECORD + 100 }) {
             SetValue(HKEY_CURRENT_USER, KEY L"\\qlr admin B", type, bytes.data(), cb);
@@ -170,7 +157,6 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
                 << "type " << type << ", " << cb << " bytes";
         }
     RegDeleteKeyW(HKEY_CURRENT_USER, KEY L"\\qlr admin B");
-
     // Damaged files are refused, storing nothing: sizes, magic and version bytes, an empty name, backslashes, no NUL.
     const std::vector<BYTE> good = FileOf(L"qlr admin C", read);
     std::vector<std::vector<BYTE>> bad;
@@ -180,9 +166,8 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         for (int value : { 0, 0xFF })
             if (value != good[at])
                 bad.push_back(good), bad.back()[at] = (BYTE)value;
-    bad.push_back(good), bad.back()[8] = 0;
     for (const std::wstring &name :
-         std::vector<std::wstring>{ L"\\lr admin C", L"qlr ad\\in C", L"qlr admin\\C", std::wstring(128, L'n') })
+         std::vector<std::wstring>{ L"", L"\\lr admin C", L"qlr ad\\in C", L"qlr admin\\C", std::wstring(128, L'n') })
         bad.push_back(FileOf(name.c_str(), read));
     const std::string before = listing() + image();
     for (size_t i = 0; i < bad.size(); i++) {
@@ -190,7 +175,6 @@ TEST(AdminTool, CommandsOnProfilesFilesAndPrinters)
         EXPECT_EQ(1u, Admin(L"import " + file).code) << "damaged file " << i;
         EXPECT_EQ(before, listing() + image()) << "damaged file " << i;
     }
-
     // A damaged file stored all the same must not break later runs: every profile this test left is taken out.
     for (const std::wstring &name : keys())
         if (std::find(existing.begin(), existing.end(), name) == existing.end())

@@ -18,17 +18,14 @@ const Driver &TheDriver()
 
 bool PrinterRecord(HANDLE hPrinter, std::vector<BYTE> *saved, const BYTE *store)
 {
-    // The answer may grow between the sizing call and the fetch: then both are asked again.
+    // The answer may grow between a call that finds it too big and the next: each asks with the room last named.
     std::vector<BYTE> buffer;
-    for (int tries = 0; tries < 5 && buffer.empty(); tries++) {
-        DWORD cb = 0;
-        GetPrinterW(hPrinter, 2, NULL, 0, &cb);
+    DWORD cb = 0;
+    bool got;
+    while (!(got = GetPrinterW(hPrinter, 2, buffer.data(), (DWORD)buffer.size(), &cb)) && cb > buffer.size())
         buffer.assign(cb, 0);
-        if (!cb || !GetPrinterW(hPrinter, 2, buffer.data(), cb, &cb))
-            buffer.clear();
-    }
     PRINTER_INFO_2W *info = (PRINTER_INFO_2W *)buffer.data();
-    if (buffer.empty() || !info->pDevMode)
+    if (!got || !info->pDevMode)
         return false;
     saved->assign((BYTE *)info->pDevMode, (BYTE *)info->pDevMode + info->pDevMode->dmSize + info->pDevMode->dmDriverExtra);
     info->pDevMode = (DEVMODEW *)store;

@@ -27,7 +27,6 @@ struct Driver {
 };
 typedef decltype(Driver::DocumentPropertySheets) PFN_SHEETS;
 
-// A record's header: its size, private size and version.
 inline DEVMODEW *Header(DEVMODEW *dm, WORD size, WORD extra, WORD version)
 {
     dm->dmSize = size, dm->dmDriverExtra = extra, dm->dmSpecVersion = version;
@@ -47,9 +46,10 @@ struct Layout {
 
 // QLRDRVUI.DLL from the test program's folder, or the (MSVC-dialect) build QLR_MODULE names, loaded once.
 const Driver &TheDriver();
-
 // The printer's own record, by the level-2 two-call protocol; a record given is stored as the printer's own.
 bool PrinterRecord(HANDLE hPrinter, std::vector<BYTE> *saved, const BYTE *store);
+// Points the module's import of one function at a stand-in; false when the module does not import it.
+bool HookImport(LPCWSTR dll, const char *name, void *replacement);
 
 inline std::string Utf8(const std::wstring &s)
 {
@@ -61,12 +61,8 @@ inline std::string Utf8(const std::wstring &s)
 // A call's outcome as "result error needed", the error "-" when the sentinel set before it was left alone.
 inline std::string Outcome(LONG result, LONG needed)
 {
-    DWORD error = GetLastError();
-    return std::to_string(result) + " " + (error == 0xdeadbeef ? "-" : std::to_string(error)) + " " +
-           std::to_string(needed);
+    const DWORD e = GetLastError();
+    return std::to_string(result) + " " + (e == 0xdeadbeef ? "-" : std::to_string(e)) + " " + std::to_string(needed);
 }
-
-// Points the module's import of one function at a stand-in; false when the module does not import it.
-bool HookImport(LPCWSTR dll, const char *name, void *replacement);
 
 #endif

@@ -32,14 +32,13 @@ inline void WriteBytes(const std::wstring &path, const std::vector<BYTE> &bytes)
 inline std::vector<BYTE> FileOf(LPCWSTR name, const std::vector<BYTE> &record)
 {
     std::vector<BYTE> f(3748, 0);
-    memcpy(&f[0], "QLRP", 4);
-    f[5] = 1;
+    memcpy(&f[0], "QLRP\0\1", 6);
     memcpy(&f[8], name, wcslen(name) * 2);
     memcpy(&f[264], record.data(), 3484);
     return f;
 }
 
-// A key's unnamed value set, and read back as its bytes stand (RegGetValue would add a NUL to a string); empty if none.
+// A key's unnamed value set, and read back (a string gains a NUL if it had none); empty if there is none.
 inline void SetValue(HKEY root, const std::wstring &key, DWORD type, const void *data, size_t cb)
 {
     HKEY h;
@@ -52,11 +51,7 @@ inline std::vector<BYTE> ValueOf(HKEY root, const std::wstring &key)
 {
     std::vector<BYTE> v(8192);
     DWORD cb = (DWORD)v.size();
-    HKEY h = NULL;
-    const bool none = RegOpenKeyExW(root, key.c_str(), 0, KEY_READ, &h) ||
-                      RegQueryValueExW(h, NULL, NULL, NULL, v.data(), &cb);
-    RegCloseKey(h);
-    v.resize(none ? 0 : cb);
+    v.resize(RegGetValueW(root, key.c_str(), NULL, RRF_RT_ANY | RRF_NOEXPAND, NULL, v.data(), &cb) ? 0 : cb);
     return v;
 }
 
