@@ -85,8 +85,7 @@ Bytes WriteOut(const Bytes &work, const BYTE *in)
         Apply(out.data(), { { 64, 2, Get(in, 64, 2) }, { 68, 2, Get(in, 68, 2) } });
     if (in && (WORD)Get(in, 70, 2) < 3264)
         Apply(out.data(), { { 66, 2, Get(in, 66, 2) }, { 70, 2, Get(in, 70, 2) } });
-    if (SpecVersion(out.data()))
-        ConvertInto(work.data(), out.data());
+    ConvertInto(work.data(), out.data());    // nothing when the smaller layout has no version
     return out;
 }
 
@@ -101,39 +100,32 @@ std::string FirstDiff(const BYTE *got, const BYTE *want, size_t n)
 
 DWORD ExpectedCap(WORD cap, BYTE *out, int resolution, POINT paper)
 {
-    // Lists are written into scratch when no buffer is given, so that the count alone needs no other path.
-    static BYTE scratch[64 * 41 * 2];
-    static const WORD bin = DMBIN_AUTO, none = 0;
-    static const DWORD minExtent = 0x00640064, maxExtent = 0x3B883B88, pages[6] = { 1, 2, 4, 6, 9, 16 };
-    static const struct { WORD cap; DWORD answer; const void *data = NULL; size_t size = 0; } answers[] = {
+    static const struct { WORD cap; DWORD answer; Puts data = {}; } answers[] = {
         { DC_FIELDS, 0x1FC0F }, { DC_DUPLEX, 0 }, { DC_SIZE, 220 }, { DC_EXTRA, 3264 }, { DC_VERSION, 0x0401 },
         { DC_DRIVER, 0x0246 }, { DC_TRUETYPE, 1 }, { DC_ORIENTATION, 90 }, { DC_COPIES, 1 }, { DC_COLLATE, 0 },
         { DC_PRINTRATE, 12 }, { DC_PRINTRATEUNIT, 1 }, { DC_PRINTERMEM, 0 }, { DC_STAPLE, 0 }, { DC_PRINTRATEPPM, 12 },
-        { DC_COLORDEVICE, 1 }, { DC_BINS, 1, &bin, 2 }, { DC_BINNAMES, 1, L"Main paper tray", 32 },
-        { DC_FILEDEPENDENCIES, 0, &none, 2 }, { DC_MINEXTENT, minExtent, &minExtent, 4 },
-        { DC_MAXEXTENT, maxExtent, &maxExtent, 4 }, { DC_NUP, 6, pages, sizeof(pages) }, { DC_PAPERS, 40 },
-        { DC_PAPERSIZE, 40 }, { DC_PAPERNAMES, 40 }, { DC_MEDIAREADY, 40 }, { DC_ENUMRESOLUTIONS, 10 },
+        { DC_COLORDEVICE, 1 }, { DC_BINS, 1, { { 0, 2, DMBIN_AUTO } } }, { DC_FILEDEPENDENCIES, 0, { { 0, 2, 0 } } },
+        { DC_BINNAMES, 1, { { 0, 16, 0, L"Main paper tray" } } }, { DC_MINEXTENT, 0x00640064, { { 0, 4, 0x00640064 } } },
+        { DC_MAXEXTENT, 0x3B883B88, { { 0, 4, 0x3B883B88 } } }, { DC_PAPERS, 40 }, { DC_PAPERSIZE, 40 },
+        { DC_NUP, 6, { { 0, 4, 1 }, { 4, 4, 2 }, { 8, 4, 4 }, { 12, 4, 6 }, { 16, 4, 9 }, { 20, 4, 16 } } },
+        { DC_PAPERNAMES, 40 }, { DC_MEDIAREADY, 40 }, { DC_ENUMRESOLUTIONS, 10 },
     };
     const LONG resolutions[10] = { 50, 72, 96, 100, 150, 200, 300, 400, 600, resolution };
-    out = out ? out : scratch;
-    WORD *words = (WORD *)out;
-    POINT *points = (POINT *)out;
-    for (int i = 0; i < 40; i++)
+    for (int i = 0; i < 40; i++) {
+        const Paper &p = g_Papers[std::min(i, 38)];
         if (cap == DC_PAPERS)
-            words[i] = (WORD)(i < 39 ? g_Papers[i].id : DMPAPER_USER);
+            ((WORD *)out)[i] = (WORD)(i < 39 ? p.id : DMPAPER_USER);
         else if (cap == DC_PAPERNAMES || cap == DC_MEDIAREADY)
-            Apply(out, { { 128 * i, 64, 0, i < 39 ? g_Papers[i].name : L"Custom Paper" } });
+            Apply(out, { { 128 * i, 64, 0, i < 39 ? p.name : L"Custom Paper" } });
         else if (cap == DC_ENUMRESOLUTIONS && i < 10)
-            points[i] = { resolutions[i], resolutions[i] };
-        else if (cap == DC_PAPERSIZE && i < 39)    // truncated, unlike the current paper's size
-            points[i] = g_Papers[i].mm ? POINT{ g_Papers[i].w * 10, g_Papers[i].h * 10 }
-                                       : POINT{ g_Papers[i].w * 254 / 1000, g_Papers[i].h * 254 / 1000 };
-        else if (cap == DC_PAPERSIZE)
-            points[i] = paper;
+            ((POINT *)out)[i] = { resolutions[i], resolutions[i] };
+        else if (cap == DC_PAPERSIZE)    // a row's size truncated, unlike the current paper's
+            ((POINT *)out)[i] = i == 39 ? paper : p.mm ? POINT{ p.w * 10, p.h * 10 }
+                                                       : POINT{ p.w * 254 / 1000, p.h * 254 / 1000 };
+    }
     for (const auto &a : answers)
         if (a.cap == cap) {
-            if (a.data)
-                memcpy(out, a.data, a.size);
+            Apply(out, a.data);
             return a.answer;
         }
     return (DWORD)-1;

@@ -9,10 +9,7 @@
 typedef std::vector<BYTE> Bytes;
 
 // One field: a WORD (width 2) or DWORD (width 4) value, or text padded with NULs to width characters.
-struct Put {
-    int off, width, value;
-    const wchar_t *text = NULL;
-};
+struct Put { int off, width, value; const wchar_t *text = NULL; };
 typedef std::vector<Put> Puts;
 
 void Apply(BYTE *record, const Puts &puts);
@@ -32,7 +29,7 @@ std::wstring SizeLabel(int row);
 // A row's paper id, and its size in tenths of a millimetre or, raw, in the row's own unit.
 inline int PaperId(int row) { return g_Papers[row].id; }
 POINT PaperSize(int row, bool raw = false);
-// A capability's answer and output (into out when given) for a working record of this resolution and paper.
+// A capability's answer and its output into out for a working record of this resolution and paper.
 DWORD ExpectedCap(WORD cap, BYTE *out, int resolution, POINT currentPaper);
 
 #endif
