@@ -474,35 +474,34 @@ protected:
 #define CANCEL { PAGE_SETUP, 0, PRESS, PSBTN_CANCEL }
 #define TO(...) [](QLRDEVMODE &e) { __VA_ARGS__; }
 
-// The tool tips' texts.
-const struct { int id; LPCWSTR text; } TIP_TEXTS[] = {
-    { 1001, L"Список доступных профилей пользователя" }, { 1002, L"Сохранить текущие настройки квк профиль пользователя" },
-    { 1003, L"Редактировать список профилей пользователя" },
-    { 1004, L"Нажмите эту кнопку для просмотра информации о версии и копирайте" },
-    { 1005, L"Восстановить настройки из текущего профиля" }, { 1006, L"Окно просмотра для выбранного формата бумаги" },
-    { 1007, L"Список доступных форматов бумаги" }, { 1008, L"Изменение ориентации бумаги на книжную(портретную)" },
-    { 1009, L"Изменение ориентации бумаги на альбомную(ландшафтную)" },
-    { 1012, L"Определение DPI(точек на дюйм) для выходного рисунка." },
-    { 1013, L"Переключение удаления окаймления документа" }, { 1016, L"Размеры выбранного формата бумаги" },
-    { 1017, L"Изображает оглавление файла помощи" }, { 1020, L"Выбор формата файла выходного рисунка" },
-    { 1050, L"Папка, где будет сохранен выходной рисунок" }, { 1051, L"Выбор папки" },
-    { 1052, L"Маска имени выходного рисунк(а,ов)" }, { 1053, L"Выбор макро-имени для формирования имени выходного рисунка" },
-    { 1054, L"Выберите этот пункт, если Вы хотите выполнить некоторое приложение после печати" },
-    { 1055, L"Выберите приложение, выполняемое после печати" }, { 1056, L"Выбор приложения" },
-    { 1057, L"Пример имени выходного рисунка" }, { 1058, L"Выполняет приложение по умолчанию для выбранного типа файла" },
-    { 1059, L"Выполняет выбранное приложение после печати" },
-};
-
-// Every row of the pages' tables in one sheet: each page's tool tips in the order the page lists them; every paper
-// with its name, size label and preview; lengths typed into the custom width in each unit at a resolution and what
-// they read as (-2: no number, so the field and the typed text stay), the value kept being that, clamped; last, as
-// they change the format without a view, masks and the example name they give for a format.
+// Every row of the pages' tables in one sheet: each page's tool tips; every paper with its name, size label and
+// preview; lengths typed into the custom width in each unit at a resolution and what they read as (-2: no number,
+// so the field and the typed text stay), the value kept being that, clamped; last, as they change the format
+// without a view, masks and the example name they give for a format.
 std::vector<Act> EveryRow()
 {
-    static const std::vector<int> tips[] = { { 1001, 1002, 1003, 1005, 1006, 1007, 1016, 1008, 1009, 1012, 1013, 1017 },
-                                             { 1001, 1002, 1003, 1005, 1017, 1020, 1004 },
-                                             { 1001, 1002, 1003, 1005, 1017, 1050, 1052, 1051, 1053, 1057, 1054, 1058,
-                                               1059, 1055, 1056 } };
+    // Each page's tool tips in the order the page adds them, each with its text; the profile row's come first.
+    const std::wstring row = L"1001 Список доступных профилей пользователя|"
+                             L"1002 Сохранить текущие настройки квк профиль пользователя|"
+                             L"1003 Редактировать список профилей пользователя|"
+                             L"1005 Восстановить настройки из текущего профиля|",
+                       help = L"1017 Изображает оглавление файла помощи|";
+    const std::wstring tips[] = {
+        row + L"1006 Окно просмотра для выбранного формата бумаги|1007 Список доступных форматов бумаги|"
+              L"1016 Размеры выбранного формата бумаги|1008 Изменение ориентации бумаги на книжную(портретную)|"
+              L"1009 Изменение ориентации бумаги на альбомную(ландшафтную)|"
+              L"1012 Определение DPI(точек на дюйм) для выходного рисунка.|"
+              L"1013 Переключение удаления окаймления документа|" + help,
+        row + help + L"1020 Выбор формата файла выходного рисунка|"
+                     L"1004 Нажмите эту кнопку для просмотра информации о версии и копирайте|",
+        row + help + L"1050 Папка, где будет сохранен выходной рисунок|1052 Маска имени выходного рисунк(а,ов)|"
+                     L"1051 Выбор папки|1053 Выбор макро-имени для формирования имени выходного рисунка|"
+                     L"1057 Пример имени выходного рисунка|"
+                     L"1054 Выберите этот пункт, если Вы хотите выполнить некоторое приложение после печати|"
+                     L"1058 Выполняет приложение по умолчанию для выбранного типа файла|"
+                     L"1059 Выполняет выбранное приложение после печати|"
+                     L"1055 Выберите приложение, выполняемое после печати|1056 Выбор приложения|",
+    };
     static const struct { int unit, dpi; LPCWSTR text; int read; } lengths[] = {
         { 0, 200, L"8.27", 8270 }, { 0, 200, L"1.001", 1001 }, { 0, 200, L"0.0395", 39 }, { 0, 200, L"12", 12000 },
         { 0, 200, L"1.23456", 1234 }, { 0, 200, L"0", 0 }, { 0, 200, L"99999999999", -1 }, { 0, 200, L"abc", -2 },
@@ -523,13 +522,8 @@ std::vector<Act> EveryRow()
         { 1, L"&[Type]", L"gif" }, { 3, L"&[Type]", L"tif" }, { 4, L"&[Type]", L"pcx" }, { 5, L"&[Type]", L"dcx" },
     };
     std::vector<Act> acts;
-    for (int page = 0; page < 3; page++) {
-        std::wstring all;
-        for (int id : tips[page])
-            for (const auto &tip : TIP_TEXTS)
-                all += tip.id == id ? std::to_wstring(id) + L" " + tip.text + L"|" : L"";
-        acts.push_back({ page, 0, TIPS, 0, all });
-    }
+    for (int page = 0; page < 3; page++)
+        acts.push_back({ page, 0, TIPS, 0, tips[page] });
     for (int row = 0; row < 39; row++)
         acts.insert(acts.end(), { { PAGE_SETUP, IDC_PAPER_LIST, CHOOSE, row }, { PAGE_SETUP, IDC_PAPER_LIST, TEXT, 0, PaperName(row) },
                                   { PAGE_SETUP, IDC_SIZE_LABEL, TEXT, 0, SizeLabel(row) },
