@@ -234,8 +234,8 @@ std::vector<Step> Keyboard(const Step &a, const QLRDEVMODE &e)
     };
     std::vector<int> ids;
     for (WCHAR *end, *at = (WCHAR *)a.s.c_str(); *at; at = end)
-        ids.push_back((int)wcstol(at, &end, 10));
-    ids.erase(std::remove_if(ids.begin(), ids.end(), [&](int id) { return !usable(id); }), ids.end());
+        if (int id = (int)wcstol(at, &end, 10); usable(id))
+            ids.push_back(id);
     std::vector<Step> v;
     auto press = [&](int from, const std::wstring &key, int shift, int to) {
         v.insert(v.end(), { { a.where, from, GO }, { a.where, 0, KEYS, shift, key }, { a.where, to, FOCUS } });
@@ -297,20 +297,6 @@ std::vector<int> Held()
         blocks += (e.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
     HeapUnlock(GetProcessHeap());
     return { GdiObjects(), windows, handles, blocks };
-}
-
-// The addresses the recorder was asked to show (HH_DISPLAY_TOPIC), with the help file beside the module that
-// asked (the spooler's copy) taken out: an address naming any other file keeps its whole path.
-std::wstring HelpTopics()
-{
-    HMODULE fake = GetModuleHandleW(L"fakehh.dll");
-    WCHAR module[MAX_PATH] = L"";
-    GetModuleFileNameW(GetModuleHandleW(L"QLRDRVUI.DLL"), module, MAX_PATH);
-    std::wstring all = fake ? ((LPCWSTR(WINAPI *)())(void *)GetProcAddress(fake, MAKEINTRESOURCEA(2)))() : L"";
-    const std::wstring file = std::wstring(module, wcsrchr(module, L'\\') + 1) + L"qlrhlp.chm";
-    for (size_t at; (at = all.find(file)) != std::wstring::npos;)
-        all.erase(at, file.size());
-    return all;
 }
 
 // A step of a script, or a change of the record the pages hold at that point.  While the sheet is open each
@@ -444,10 +430,16 @@ protected:
                 ASSERT_EQ(steps.size(), RunScript(s.name, steps, open)) << "sheet " << i;
             EXPECT_EQ(held, Held()) << "GDI objects, windows, handles, heap blocks";
         }
-        if (s.flags & HELP) {
+        if (s.flags & HELP) {    // each address names the help file beside the module that asked (the spooler's copy)
             SetHelpControl(help);
-            EXPECT_EQ(L"::/set_paper.htm>main|::/set_advanced.htm>main|::/set_finish.htm>main|::/prof_add.htm>main|"
-                      L"::/prof_edit.htm>main|", HelpTopics());
+            WCHAR file[MAX_PATH] = L"";
+            GetModuleFileNameW(GetModuleHandleW(L"QLRDRVUI.DLL"), file, MAX_PATH);
+            lstrcpyW(wcsrchr(file, L'\\') + 1, L"qlrhlp.chm::/");
+            std::wstring want;
+            for (LPCWSTR topic : { L"set_paper", L"set_advanced", L"set_finish", L"prof_add", L"prof_edit" })
+                want += file + std::wstring(topic) + L".htm>main|";
+            HMODULE fake = GetModuleHandleW(L"fakehh.dll");
+            EXPECT_EQ(want, fake ? ((LPCWSTR(WINAPI *)())(void *)GetProcAddress(fake, MAKEINTRESOURCEA(2)))() : L"");
         }
         // Cancelled: only the public part may be written, the printer's default and the profile stay.
         const bool ok = !(s.flags & CANCELLED), saved = ok && !(s.flags & NOT_SAVED);
