@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <vector>
 #include "skin/skin.h"
-#include "skin_host.h"
+#include "pictures.h"
 
 enum { ROUNDS = 31, PAINTS_PER_ROUND = 200 };
 
@@ -28,7 +28,7 @@ static double Median(std::vector<double> v)
 
 int main()
 {
-    UseClassicColours();
+    UseScheme(CLASSIC);
     SkinHost host;
     if (!host.Create())
         return 1;

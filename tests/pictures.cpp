@@ -4,6 +4,47 @@
 #include <vector>
 #include "capture.h"
 
+// Face 192, shadow 128, dark shadow 0: the mixes halve -64 and -128 exactly.
+const Scheme CLASSIC = { "classic", RGB(192, 192, 192), RGB(128, 128, 128), RGB(0, 0, 0), RGB(255, 255, 255),
+                         RGB(223, 223, 223), RGB(0, 0, 0), RGB(160, 160, 160), RGB(64, 64, 64), RGB(0, 0, 0) };
+
+static const int g_Indices[] = { COLOR_BTNFACE, COLOR_BTNSHADOW, COLOR_3DDKSHADOW, COLOR_BTNHIGHLIGHT,
+                                 COLOR_3DLIGHT, COLOR_WINDOWFRAME, COLOR_BTNTEXT };
+static const COLORREF g_Saved[] = { GetSysColor(g_Indices[0]), GetSysColor(g_Indices[1]), GetSysColor(g_Indices[2]),
+                                    GetSysColor(g_Indices[3]), GetSysColor(g_Indices[4]), GetSysColor(g_Indices[5]),
+                                    GetSysColor(g_Indices[6]) };    // the colours at start, put back by RestoreColours
+
+void UseScheme(const Scheme &s)
+{
+    const COLORREF colours[] = { s.face, s.shadow, s.dark, s.hilight, s.light, s.frame, s.text };
+    SetSysColors(ARRAYSIZE(g_Indices), g_Indices, colours);
+}
+
+void RestoreColours() { SetSysColors(ARRAYSIZE(g_Indices), g_Indices, g_Saved); }
+
+HWND SkinHost::AddButton(int id, DWORD style, LPCWSTR text, int w, int h, int x, int y, LPCWSTR cls)
+{
+    HWND c = CreateWindowExW(0, cls, text, WS_CHILD | WS_VISIBLE | style, x, y, w, h, hwnd, (HMENU)(INT_PTR)id,
+                             GetModuleHandleW(NULL), NULL);
+    SendMessageW(c, WM_SETFONT, (WPARAM)GetStockObject(DEFAULT_GUI_FONT), FALSE);
+    return c;
+}
+
+bool SkinHost::Create()
+{
+    alignas(4) static const struct { DLGTEMPLATE t; WORD menu, cls, title; } tmpl = {
+        { WS_POPUP | WS_VISIBLE, 0, 0, 0, 0, 320, 240 }, 0, 0, 0 };
+    hwnd = CreateDialogIndirectParamW(GetModuleHandleW(NULL), &tmpl.t, NULL, NULL, 0);    // no procedure: all default
+    return hwnd != NULL;
+}
+
+void SkinHost::Pump()
+{
+    for (MSG msg; PeekMessageW(&msg, NULL, 0, 0, PM_REMOVE);)
+        if (!IsDialogMessageW(hwnd, &msg))
+            DispatchMessageW(&msg);
+}
+
 std::string Compare(HWND c, const std::function<void(HDC, int, int)> &paint)
 {
     std::vector<DWORD> got, want;
@@ -65,14 +106,12 @@ std::string ComparePreview(HWND c, const Scheme &s, double W, double H, bool lan
     });
 }
 
-// GetGuiResources answers 0 under Wine, so the GDI handle table the x64 PEB points at (offset 0xF8) is counted instead:
+// GetGuiResources answers 0 under Wine, so the GDI handle table the x64 PEB points at (offset 0xF8) is counted:
 // 24-byte entries of object, owner (process id in the low word), unique, type, flags, user.
 int GdiObjects()
 {
     struct Entry { UINT64 object; ULONG owner; USHORT unique; UCHAR type, flags; UINT64 user; };
     static_assert(sizeof(Entry) == 24, "the tests run as x64 programs");
-    if (DWORD n = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
-        return (int)n;
     auto peb = (BYTE *(WINAPI *)(void))(void *)GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetCurrentPeb");
     const Entry *table = peb ? *(const Entry *const *)(peb() + 0xF8) : NULL;
     return table ? (int)std::count_if(table, table + 0x10000, [](const Entry &e) {

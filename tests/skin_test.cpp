@@ -1,12 +1,9 @@
 // Skinned controls of a real dialog, driven by messages and keys, compared whole with pictures drawn from each look.
 #include <gtest/gtest.h>
 #include "skin/skin.h"
-#include "skin_host.h"
+#include "pictures.h"
 
-namespace {
-
-// Odd differences part ">> 1" from "/ 2": 201 + (-81 >> 1) = 160, 187 + (-87 >> 1) = 143, 150 + (-75 >> 1) = 112;
-// 120 + (-87 >> 1) = 76, 100 + (-89 >> 1) = 55, 75 + (-75 >> 1) = 37.  The light's blue, below 40, darkens to 0.
+// Odd differences part ">> 1" from "/ 2" (201 + (-81 >> 1) = 160, 120 + (-87 >> 1) = 76); the light's blue clips at 0.
 const Scheme ODD = { "odd", RGB(201, 187, 150), RGB(120, 100, 75), RGB(33, 11, 0), RGB(250, 245, 240),
                      RGB(230, 220, 25), RGB(20, 30, 60), RGB(160, 143, 112), RGB(76, 55, 37), RGB(0, 0, 0) };
 // White captions on black buttons: the mixes are 0 + (128 >> 1) = 64 and 128 + (-64 >> 1) = 96.
@@ -15,10 +12,9 @@ const Scheme HIGH = { "high contrast", RGB(0, 0, 0), RGB(128, 128, 128), RGB(64,
 enum { TAB = WM_APP, ENABLE, LOOK = WM_NULL };    // script actions besides messages
 struct Look { int check, pressed, focus, disabled; };
 
-void CheckMark(HDC dc, const Scheme &s, Look k)
+static void CheckMark(HDC dc, const Scheme &s, Look k)
 {
-    Stroke(dc, k.disabled ? s.shadow : s.frame, { 0, 0, 11, 0, 11, 11, 0, 11, 0, 0 });
-    Fill(dc, k.pressed ? s.halfShadow : s.face, 1, 1, 11, 11);
+    Round(dc, k.disabled ? s.shadow : s.frame, k.pressed ? s.halfShadow : s.face, 0, 0, 12, 12, 0);
     if (k.pressed || !k.disabled)
         Stroke(dc, k.pressed ? s.shadow : s.hilight, { 1, 9, 1, 1, 10, 1 }),
             Stroke(dc, k.pressed ? s.light : s.shadow, { 10, 1, 10, 10, 0, 10 });
@@ -35,7 +31,7 @@ void CheckMark(HDC dc, const Scheme &s, Look k)
     }
 }
 
-void RadioMark(HDC dc, Scheme p, Look k)
+static void RadioMark(HDC dc, Scheme p, Look k)
 {
     auto d = [](int v) { return v < 40 ? 0 : v - 40; };    // held down: darkened by 40, clipped at 0
     for (COLORREF *c : { &p.face, &p.shadow, &p.hilight, &p.halfShadow, &p.light })
@@ -58,7 +54,7 @@ void RadioMark(HDC dc, Scheme p, Look k)
         Round(dc, k.disabled ? p.shadow : p.dark, k.disabled ? p.shadow : p.dark, 3, 3, 9, 9, 2);
 }
 
-void PushFace(HDC dc, const Scheme &s, Look k, int R, int B)
+static void PushFace(HDC dc, const Scheme &s, Look k, int R, int B)
 {
     Round(dc, s.frame, k.pressed ? s.halfShadow : s.face, 0, 0, R, B, 6);
     if (k.disabled)
@@ -79,7 +75,7 @@ void PushFace(HDC dc, const Scheme &s, Look k, int R, int B)
 }
 
 // What a push button, check box, radio button or group box should show.
-std::string Compare(HWND c, const Scheme &s, Look k)
+static std::string Compare(HWND c, const Scheme &s, Look k)
 {
     const LONG type = GetWindowLongW(c, GWL_STYLE) & BS_TYPEMASK;
     const bool push = type <= BS_DEFPUSHBUTTON, group = type == BS_GROUPBOX, radio = type == BS_AUTORADIOBUTTON;
@@ -103,8 +99,7 @@ std::string Compare(HWND c, const Scheme &s, Look k)
         SetTextColor(dc, k.disabled ? s.shadow : push && k.pressed ? s.hilight : s.text);
         DrawTextW(dc, text, -1, &t, group ? DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS : DT_CENTER);
         if (!push)    // the caption grown by one, one more at the bottom, within the control
-            f = { std::max(left - 1, 0), std::max(top - 1, 0), std::min<int>(t.right + 1, R),
-                  std::min<int>(t.bottom + 2, B) };
+            f = { left - 1, std::max(top - 1, 0), std::min<int>(t.right + 1, R), std::min<int>(t.bottom + 2, B) };
         if (k.focus)
             DrawFocusRect(dc, &f);
         SetViewportOrgEx(dc, radio, ((B - 12) >> 1) - 1, NULL);    // the mark's top left
@@ -123,87 +118,69 @@ const struct Item { int id; DWORD style; LPCWSTR text; int x, y, w, h; void (*at
     { HOST_PREVIEW, 0, L"Preview", 400, 10, 170, 210, AttachPagePreview },
 };
 
-class Skin : public ::testing::TestWithParam<const Scheme *> {};
+// want: a control's check, pressed, focus and disabled; the preview's paper width, height, landscape and crop.
+static const struct { const char *name; int id; UINT action; WPARAM wParam; LPARAM lParam; int want[4]; } STEPS[] = {
+    { "Tab: OK, the first tab stop, focused", IDOK, TAB, 0, 0, { 0, 0, 1, 0 } },
+    { "Tab: Browse focused and default", HOST_PUSH, TAB, 0, 0, { 0, 0, 1, 0 } },
+    { "Browse held down", HOST_PUSH, BM_SETSTATE, TRUE, 0, { 0, 1, 1, 0 } },
+    { "Tab: check box focused, its rectangle cut at the right edge", HOST_CHECK, TAB, 0, 0, { 0, 0, 1, 0 } },
+    { "check box indeterminate", HOST_CHECK, BM_SETCHECK, BST_INDETERMINATE, 0, { 2, 0, 1, 0 } },
+    { "check box held down", HOST_CHECK, BM_SETSTATE, TRUE, 0, { 2, 1, 1, 0 } },
+    { "check box ticked while held", HOST_CHECK, BM_SETCHECK, BST_CHECKED, 0, { 1, 1, 1, 0 } },
+    { "check box released", HOST_CHECK, BM_SETSTATE, FALSE, 0, { 1, 0, 1, 0 } },
+    { "Tab: radio button focused", HOST_RADIO, TAB, 0, 0, { 0, 0, 1, 0 } },
+    { "radio button checked", HOST_RADIO, BM_SETCHECK, BST_CHECKED, 0, { 1, 0, 1, 0 } },
+    { "radio button held down", HOST_RADIO, BM_SETSTATE, TRUE, 0, { 1, 1, 1, 0 } },
+    { "radio button released", HOST_RADIO, BM_SETSTATE, FALSE, 0, { 1, 0, 1, 0 } },
+    { "second radio button held down", HOST_RADIO2, BM_SETSTATE, TRUE, 0, { 0, 1, 0, 0 } },
+    { "radio button disabled", HOST_RADIO, ENABLE, FALSE, 0, { 1, 0, 0, 1 } },
+    { "second radio button disabled while held", HOST_RADIO2, ENABLE, FALSE, 0, { 0, 1, 0, 1 } },
+    { "check box disabled", HOST_CHECK, ENABLE, FALSE, 0, { 1, 0, 0, 1 } },
+    { "disabled check box indeterminate", HOST_CHECK, BM_SETCHECK, BST_INDETERMINATE, 0, { 2, 0, 0, 1 } },
+    { "disabled check box held down", HOST_CHECK, BM_SETSTATE, TRUE, 0, { 2, 1, 0, 1 } },
+    { "Browse held down without the focus", HOST_PUSH, BM_SETSTATE, TRUE, 0, { 0, 1, 0, 0 } },
+    { "Browse disabled while held", HOST_PUSH, ENABLE, FALSE, 0, { 0, 1, 0, 1 } },
+    { "group box", HOST_GROUP, LOOK, 0, 0, {} },
+    { "group box caption cut with an ellipsis", HOST_GROUP2, LOOK, 0, 0, {} },
+    { "landscape unpainted: A4 portrait as at start", HOST_PREVIEW, PVM_SETORIENTATION, TRUE, 0, { 2100, 2970, 0, 0 } },
+    { "crop, not yet painted", HOST_PREVIEW, PVM_SETCROP, TRUE, 0, { 2100, 2970, 0, 0 } },
+    { "a new paper paints landscape and the crop", HOST_PREVIEW, PVM_SETPAPER, 2100, 2970, { 2100, 2970, 1, 1 } },
+    { "portrait cropped", HOST_PREVIEW, PVM_SETORIENTATION, FALSE, 1, { 2100, 2970, 0, 1 } },
+    { "a strip whose last row fits by one pixel", HOST_PREVIEW, PVM_SETPAPER, 640, 300, { 640, 300, 0, 1 } },
+};
 
-TEST_P(Skin, ControlsFollowTheirMessages)
+TEST(Skin, ControlsFollowTheirMessages)
 {
-    const Scheme &s = *GetParam();
-    UseScheme(s);    // before the first attach builds the palette
     struct Restore { ~Restore() { RestoreColours(); } } restore;
-    SkinHost host;
-    ASSERT_TRUE(host.Create());
-    for (const Item &i : ITEMS) {
-        host.AddButton(i.id, i.style, i.text, i.w, i.h, i.x, i.y, i.attach == AttachPagePreview ? L"STATIC" : L"BUTTON");
-        i.attach(host.hwnd, i.id);
-    }
-    // The dialog manager focuses the first tab stop, as when a dialog starts.
-    SendMessageW(host.hwnd, WM_NEXTDLGCTL, (WPARAM)GetDlgItem(host.hwnd, IDOK), TRUE);
-    host.Pump();
-    // want: a control's check, pressed, focus and disabled; the preview's paper width, height, landscape and crop.
-    static const struct { const char *name; int id; UINT action; WPARAM wParam; LPARAM lParam; int want[4]; } steps[] = {
-        { "OK, the default button, focused by the dialog", IDOK, LOOK, 0, 0, { 0, 0, 1, 0 } },
-        { "Tab: Browse focused and default", HOST_PUSH, TAB, 0, 0, { 0, 0, 1, 0 } },
-        { "OK without the focus", IDOK, LOOK, 0, 0, {} },
-        { "Browse held down", HOST_PUSH, BM_SETSTATE, TRUE, 0, { 0, 1, 1, 0 } },
-        { "Browse released", HOST_PUSH, BM_SETSTATE, FALSE, 0, { 0, 0, 1, 0 } },
-        { "Tab: check box focused, its rectangle cut at the right edge", HOST_CHECK, TAB, 0, 0, { 0, 0, 1, 0 } },
-        { "check box indeterminate", HOST_CHECK, BM_SETCHECK, BST_INDETERMINATE, 0, { 2, 0, 1, 0 } },
-        { "check box held down", HOST_CHECK, BM_SETSTATE, TRUE, 0, { 2, 1, 1, 0 } },
-        { "check box ticked while held", HOST_CHECK, BM_SETCHECK, BST_CHECKED, 0, { 1, 1, 1, 0 } },
-        { "check box released", HOST_CHECK, BM_SETSTATE, FALSE, 0, { 1, 0, 1, 0 } },
-        { "Tab: radio button focused", HOST_RADIO, TAB, 0, 0, { 0, 0, 1, 0 } },
-        { "check box without the focus", HOST_CHECK, LOOK, 0, 0, { 1, 0, 0, 0 } },
-        { "radio button checked", HOST_RADIO, BM_SETCHECK, BST_CHECKED, 0, { 1, 0, 1, 0 } },
-        { "radio button held down", HOST_RADIO, BM_SETSTATE, TRUE, 0, { 1, 1, 1, 0 } },
-        { "radio button released", HOST_RADIO, BM_SETSTATE, FALSE, 0, { 1, 0, 1, 0 } },
-        { "second radio button held down", HOST_RADIO2, BM_SETSTATE, TRUE, 0, { 0, 1, 0, 0 } },
-        { "radio button disabled", HOST_RADIO, ENABLE, FALSE, 0, { 1, 0, 0, 1 } },
-        { "second radio button disabled while held", HOST_RADIO2, ENABLE, FALSE, 0, { 0, 1, 0, 1 } },
-        { "disabled radio button released", HOST_RADIO2, BM_SETSTATE, FALSE, 0, { 0, 0, 0, 1 } },
-        { "check box disabled", HOST_CHECK, ENABLE, FALSE, 0, { 1, 0, 0, 1 } },
-        { "disabled check box indeterminate", HOST_CHECK, BM_SETCHECK, BST_INDETERMINATE, 0, { 2, 0, 0, 1 } },
-        { "disabled check box held down", HOST_CHECK, BM_SETSTATE, TRUE, 0, { 2, 1, 0, 1 } },
-        { "disabled check box cleared while held", HOST_CHECK, BM_SETCHECK, BST_UNCHECKED, 0, { 0, 1, 0, 1 } },
-        { "Browse held down without the focus", HOST_PUSH, BM_SETSTATE, TRUE, 0, { 0, 1, 0, 0 } },
-        { "Browse disabled while held", HOST_PUSH, ENABLE, FALSE, 0, { 0, 1, 0, 1 } },
-        { "group box", HOST_GROUP, LOOK, 0, 0, {} },
-        { "group box caption cut with an ellipsis", HOST_GROUP2, LOOK, 0, 0, {} },
-        { "A4 portrait from the start", HOST_PREVIEW, LOOK, 0, 0, { 2100, 2970, 0, 0 } },
-        { "landscape, not yet painted", HOST_PREVIEW, PVM_SETORIENTATION, TRUE, 0, { 2100, 2970, 0, 0 } },
-        { "landscape painted", HOST_PREVIEW, PVM_SETORIENTATION, TRUE, 1, { 2100, 2970, 1, 0 } },
-        { "crop, not yet painted", HOST_PREVIEW, PVM_SETCROP, TRUE, 0, { 2100, 2970, 1, 0 } },
-        { "a new paper paints the crop", HOST_PREVIEW, PVM_SETPAPER, 2100, 2970, { 2100, 2970, 1, 1 } },
-        { "portrait cropped", HOST_PREVIEW, PVM_SETORIENTATION, FALSE, 1, { 2100, 2970, 0, 1 } },
-        { "a strip too short for every row", HOST_PREVIEW, PVM_SETPAPER, 2970, 300, { 2970, 300, 0, 1 } },
-        { "a strip whose last row fits by one pixel", HOST_PREVIEW, PVM_SETPAPER, 640, 300, { 640, 300, 0, 1 } },
-        { "a square", HOST_PREVIEW, PVM_SETPAPER, 500, 500, { 500, 500, 0, 1 } },
-    };
-    for (const auto &step : steps) {
-        HWND c = GetDlgItem(host.hwnd, step.id);
-        const int *w = step.want;
-        if (step.action == TAB)
-            PostMessageW(GetFocus(), WM_KEYDOWN, VK_TAB, 0), host.Pump();
-        else if (step.action == ENABLE)
-            EnableWindow(c, (BOOL)step.wParam);
-        else
-            SendMessageW(c, step.action, step.wParam, step.lParam);
-        // Read before any message is pumped: every change repaints at once, the preview's when told to or for a paper.
-        EXPECT_EQ("", step.id == HOST_PREVIEW ? ComparePreview(c, s, w[0], w[1], w[2], w[3])
-                                              : Compare(c, s, { w[0], w[1], w[2], w[3] }))
-            << s.name << ": " << step.name;
-        if (step.id != HOST_PREVIEW)
-            host.Pump();
-    }
-    // Every control painted held down and released, enabled and not, ten times more: no GDI object stays behind.
-    const int gdi = GdiObjects();
-    for (int i = 0; i < 40; i++)
-        for (int id : { (int)IDOK, (int)HOST_PUSH, (int)HOST_CHECK, (int)HOST_RADIO, (int)HOST_RADIO2, (int)HOST_GROUP }) {
-            EnableWindow(GetDlgItem(host.hwnd, id), i & 2);
-            SendMessageW(GetDlgItem(host.hwnd, id), BM_SETSTATE, i & 1, 0), UpdateWindow(GetDlgItem(host.hwnd, id));
+    for (const Scheme &s : { CLASSIC, ODD, HIGH }) {
+        UseScheme(s);    // before the first attach builds the palette
+        SkinHost host;
+        ASSERT_TRUE(host.Create());
+        for (const Item &i : ITEMS) {
+            host.AddButton(i.id, i.style, i.text, i.w, i.h, i.x, i.y, i.id == HOST_PREVIEW ? L"STATIC" : L"BUTTON");
+            i.attach(host.hwnd, i.id);
         }
-    EXPECT_EQ(gdi, GdiObjects()) << s.name;
+        for (const auto &step : STEPS) {
+            HWND c = GetDlgItem(host.hwnd, step.id);
+            const int *w = step.want;
+            if (step.action == TAB)
+                PostMessageW(GetFocus(), WM_KEYDOWN, VK_TAB, 0), host.Pump();
+            else if (step.action == ENABLE)
+                EnableWindow(c, (BOOL)step.wParam);
+            else
+                SendMessageW(c, step.action, step.wParam, step.lParam);
+            // Nothing pumped but the Tab key: every change repaints at once, the preview's when told to or for a paper.
+            EXPECT_EQ("", step.id == HOST_PREVIEW ? ComparePreview(c, s, w[0], w[1], w[2], w[3])
+                                                  : Compare(c, s, { w[0], w[1], w[2], w[3] }))
+                << s.name << ": " << step.name;
+        }
+        // Every control painted held down and released, enabled and not, ten times more: no GDI object stays behind.
+        const int gdi = GdiObjects();
+        for (int i = 0; i < 40; i++)
+            for (HWND c = GetWindow(host.hwnd, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+                EnableWindow(c, i & 2);
+                SendMessageW(c, BM_SETSTATE, i & 1, 0), UpdateWindow(c);
+            }
+        EXPECT_EQ(gdi, GdiObjects()) << s.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Schemes, Skin, ::testing::Values(&CLASSIC, &ODD, &HIGH));
-
-}  // namespace
