@@ -17,10 +17,10 @@ inline std::wstring Beside(LPCWSTR name)
     return path;
 }
 
-template <class Bytes = std::vector<BYTE>> Bytes ReadBytes(const std::wstring &path)
+inline std::vector<BYTE> ReadBytes(const std::wstring &path)
 {
     std::ifstream f(path.c_str(), std::ios::binary);
-    return Bytes(std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>());
+    return std::vector<BYTE>(std::istreambuf_iterator<char>(f), {});
 }
 
 inline void WriteBytes(const std::wstring &path, const std::vector<BYTE> &bytes)
