@@ -27,13 +27,11 @@ struct Guarded {
     explicit Guarded(size_t n, BYTE fill = 0)
     {
         [[maybe_unused]] static const PVOID handler = AddVectoredExceptionHandler(TRUE, GuardTouched);
-        SYSTEM_INFO si;
-        GetSystemInfo(&si);
-        size_t span = ((n + si.dwPageSize - 1) / si.dwPageSize + 1) * si.dwPageSize;
+        const size_t page = 4096, span = (n + page - 1) / page * page + page;    // the x86 and x64 page
         base = (BYTE *)VirtualAlloc(NULL, span, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
         DWORD old;
-        VirtualProtect(base + span - si.dwPageSize, si.dwPageSize, PAGE_NOACCESS, &old);
-        p = base + span - si.dwPageSize - n;
+        VirtualProtect(base + span - page, page, PAGE_NOACCESS, &old);
+        p = base + span - page - n;
         memset(p, fill, n);
     }
     ~Guarded() { VirtualFree(base, 0, MEM_RELEASE); }

@@ -44,8 +44,7 @@ QLRDEVMODE Defaults()
     return *(const QLRDEVMODE *)Factory().data();
 }
 
-// "" when the records hold the same settings, else the first differing offset; strings are compared up to
-// their NUL, since what follows it is no setting.
+// "" when the records hold the same settings, else the first differing offset; what follows a string's NUL is none.
 std::string Differs(const void *got, QLRDEVMODE want)
 {
     QLRDEVMODE g;
@@ -299,9 +298,8 @@ std::vector<int> Held()
     return { GdiObjects(), windows, handles, blocks };
 }
 
-// A step of a script, or a change of the record the pages hold at that point.  While the sheet is open each
-// change is followed by a view of every control; the changes in order, with what OK collects, make the
-// record OK must give (a change after OK: what OK collects that the pages never showed).
+// A step of a script, or a change of the record the pages hold (after OK: what OK collects that no page showed).
+// The changes in order, with what OK collects, make the record OK must give.
 typedef std::function<void(QLRDEVMODE &)> Change;
 struct Act : Step {
     Change change;
@@ -360,8 +358,7 @@ protected:
         return ::PrinterRecord(hPrinter, &record, NULL), record;
     }
 
-    // The steps to play, with a view of every control after each change while the sheet is open (every page is
-    // created first, so that OK collects all three), and the record OK must then give.
+    // The steps to play, every page made first and every control viewed after each change while the sheet is open.
     static std::vector<Step> Plan(const Script &s, QLRDEVMODE *e)
     {
         std::vector<Step> steps = { { OUTPUT_PAGE, 0, SHOWN, 1 }, { FORMAT_PAGE, 0, SHOWN, 1 },

@@ -21,8 +21,7 @@ enum Op {
     SKIN,                                                   // painted by the module (n 1) or the system (n 0)
     ICON,                                                   // the system's default application icon (n 1) or another
     TIPS,                                                   // the page's tool tips: s "id text|" for each, in order
-    CLASSES,                                                // s "key|value": that key of HKEY_CLASSES_ROOT given that
-                                                            // default value; s "key" alone: the key deleted
+    CLASSES,                                                // s "key|value": a class key's value set; "key": deleted
     PREVIEW                                                 // the page preview shows s "width height landscape crop"
 };
 // n: index, check state, flag, key, sheet button or MAKELONG(start, end); s: text.
