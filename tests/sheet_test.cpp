@@ -319,6 +319,7 @@ struct Script {
 };
 
 #define TO(...) [](QLRDEVMODE &e) { __VA_ARGS__; }
+// The second profile, "qlr B": the factory settings saved as PCX, with a comment.
 const Change SECOND = TO(e = Defaults(), e.m_bProfiled = TRUE, e.iOutputFormat = 4, lstrcpyW(e.szComments, L"second"));
 
 class Sheet : public ::testing::TestWithParam<size_t> {
