@@ -535,7 +535,7 @@ std::vector<Act> EveryRow()
 
 // The open command of .dcx's class as the output page reads it (the program is the token holding the last dot,
 // which only a blank or control character ends), with the test viewer found or nothing: first a command as long
-// as the lookup's buffer allows, 519 characters, last none at all (the key's value deleted).
+// as the lookup's buffer allows, 519 characters, last none at all (the key deleted).
 std::vector<Act> EveryCommand()
 {
     const std::wstring quoted = L"|\"" + g_viewer + L"\"", plain = L"|" + g_viewer;
