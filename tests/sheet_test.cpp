@@ -591,7 +591,7 @@ const Script g_scripts[] = {
         { P_JPEG, IDC_GRAYSCALE, CLICK }, TO(e.bJpegGrayscale = 0, e.iJpegBitsPerPixel = 24, e.bJpegDither = 0),
         { P_JPEG, IDC_QUALITY, SET, 0, L"" }, OK, TO(e.iJpegQuality = 75) } },
     { "TIFF compression and dithering follow the depth", L"qlr A",
-      TO(e.iOutputFormat = 3, e.iTiffBitsPerPixel = 1, e.iTiffCompression = 2, e.bTiffDither = 1), 0, {
+      TO(e.iOutputFormat = 3, e.iTiffBitsPerPixel = 1, e.iTiffCompression = 1, e.bTiffDither = 1), 0, {
         LOOK, { P_TIFF, IDC_DEPTH_24, CLICK }, TO(e.iTiffBitsPerPixel = 24, e.iTiffCompression = 4, e.bTiffDither = 0),
         { P_TIFF, IDC_COMPRESSION_JPEG, CLICK }, TO(e.iTiffCompression = 5),
         { P_TIFF, IDC_QUALITY, SET, 0, L"42" }, { P_TIFF, IDC_MULTIPAGE, CLICK },
@@ -717,12 +717,12 @@ const Script g_scripts[] = {
         { MANAGER, IDC_PROFILE_NAME, TYPE, 0, L"qlr C" }, { MANAGER, 0, LISTED, 1, L"qlr A|qlr B|lost" },
         { MANAGER, IDC_PROFILE_LIST, CHOOSE, 0 }, { MANAGER, 0, LISTED, 0, L"qlr A|qlr B|first" },
         { MANAGER, IDCANCEL, CLICK }, CANCEL } },
-    { "manager: export, change the comment, import over it", L"qlr A",
-      TO(e.iOutputFormat = 3, lstrcpyW(e.szComments, L"first")), 0, {
+    { "manager: the current profile second in the list: export, change the comment, import over it", L"qlr C",
+      TO(e.iOutputFormat = 3, lstrcpyW(e.szComments, L"first")), WITH_B, {
         { OUTPUT_PAGE, IDC_PROFILE_MANAGER, CLICK },
         { MANAGER, IDC_EXPORT_PROFILE, CLICK }, { FILE_DLG, 0x47c, SET, 0, g_file },
         { FILE_DLG, IDOK, CLICK }, { MANAGER, IDC_PROFILE_COMMENT, TYPE, 0, L"changed" }, { MANAGER, IDC_IMPORT_PROFILE, CLICK },
-        { FILE_DLG, 0x47c, SET, 0, g_file }, { FILE_DLG, IDOK, CLICK }, { MANAGER, 0, LISTED, 0, L"qlr A|first" },
+        { FILE_DLG, 0x47c, SET, 0, g_file }, { FILE_DLG, IDOK, CLICK }, { MANAGER, 0, LISTED, 1, L"qlr B|qlr C|first" },
         { MANAGER, IDOK, CLICK }, OK } },
     { "each Help button opens its own topic", L"qlr A", [](QLRDEVMODE &) {}, CANCELLED | HELP, {
         { PAGE_SETUP, IDC_HELP_BUTTON, CLICK }, { FORMAT_PAGE, IDC_HELP_BUTTON, CLICK },
