@@ -146,6 +146,7 @@ static const struct { const char *name; int id; UINT action; WPARAM wParam; LPAR
     { "crop, not yet painted", HOST_PREVIEW, PVM_SETCROP, TRUE, 0, { 2100, 2970, 0, 0 } },
     { "a new paper paints landscape and the crop", HOST_PREVIEW, PVM_SETPAPER, 2100, 2970, { 2100, 2970, 1, 1 } },
     { "portrait cropped", HOST_PREVIEW, PVM_SETORIENTATION, FALSE, 1, { 2100, 2970, 0, 1 } },
+    { "a strip whose fifth row would end on its edge", HOST_PREVIEW, PVM_SETPAPER, 1600, 300, { 1600, 300, 0, 1 } },
     { "a strip whose last row fits by one pixel", HOST_PREVIEW, PVM_SETPAPER, 640, 300, { 640, 300, 0, 1 } },
 };
 
