@@ -38,8 +38,7 @@ std::vector<std::wstring> Store()
     for (DWORD i = 0, cch = 256; !RegEnumKeyExW(h, i, name, &cch, NULL, NULL, NULL, NULL); i++, cch = 256)
         names.push_back(name);
     RegCloseKey(h);
-    const std::vector<BYTE> current = ValueOf(HKEY_CURRENT_USER, KEY);
-    names.push_back(std::wstring((const WCHAR *)current.data(), wcsnlen((const WCHAR *)current.data(), current.size() / 2)));
+    names.push_back(StringOf(HKEY_CURRENT_USER, KEY));
     return names;
 }
 

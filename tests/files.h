@@ -38,7 +38,7 @@ inline std::vector<BYTE> FileOf(LPCWSTR name, const std::vector<BYTE> &record)
     return f;
 }
 
-// A key's unnamed value set, and read back (a string gains a NUL if it had none); empty if there is none.
+// A key's unnamed value set; read back as its bytes (none if there is none), or as a string up to its NUL.
 inline void SetValue(HKEY root, const std::wstring &key, DWORD type, const void *data, size_t cb)
 {
     HKEY h;
@@ -55,13 +55,19 @@ inline std::vector<BYTE> ValueOf(HKEY root, const std::wstring &key)
     return v;
 }
 
+inline std::wstring StringOf(HKEY root, const std::wstring &key)
+{
+    const std::vector<BYTE> v = ValueOf(root, key);
+    return std::wstring((LPCWSTR)v.data(), wcsnlen((LPCWSTR)v.data(), v.size() / 2));
+}
+
 // Points the HTML help control's class at a library (the recorder fakehh.dll beside the test program); returns the old.
 inline std::wstring SetHelpControl(const std::wstring &path)
 {
     const std::wstring key = L"CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
-    std::vector<BYTE> old = ValueOf(HKEY_CLASSES_ROOT, key);
+    const std::wstring old = StringOf(HKEY_CLASSES_ROOT, key);
     SetValue(HKEY_CLASSES_ROOT, key, REG_SZ, path.c_str(), (path.size() + 1) * sizeof(WCHAR));
-    return std::wstring((LPCWSTR)old.data(), wcsnlen((LPCWSTR)old.data(), old.size() / 2));
+    return old;
 }
 
 #endif

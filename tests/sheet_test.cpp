@@ -63,8 +63,7 @@ void SetCurrentName(LPCWSTR name)
 
 std::wstring CurrentName()
 {
-    std::vector<BYTE> v = ValueOf(HKEY_CURRENT_USER, PROFILES_KEY);
-    return std::wstring((LPCWSTR)v.data(), wcsnlen((LPCWSTR)v.data(), v.size() / 2));
+    return StringOf(HKEY_CURRENT_USER, PROFILES_KEY);
 }
 
 // What a custom length's edit shows: inches with three decimals, millimetres with one, trailing
